@@ -1,0 +1,39 @@
+#include <ZEFBase.h>
+
+#include <QtCore/QLoggingCategory>
+#include <QtCore/QMutex>
+
+#include <utility>
+
+namespace {
+
+Q_LOGGING_CATEGORY(logChannel, "zef.log", QtInfoMsg)
+
+QMutex handlerMutex;
+
+ZEFBase::LogHandler& currentHandler()
+{
+    static ZEFBase::LogHandler handler;
+    return handler;
+}
+
+} // namespace
+
+void ZEFBase::logDebug(const QString& line)
+{
+    LogHandler handler;
+    {
+        const QMutexLocker lock(&handlerMutex);
+        handler = currentHandler();
+    }
+    if (handler)
+        handler(line);
+    else
+        qCDebug(logChannel).noquote() << line;
+}
+
+ZEFBase::LogHandler ZEFBase::setLogHandler(LogHandler handler)
+{
+    const QMutexLocker lock(&handlerMutex);
+    return std::exchange(currentHandler(), std::move(handler));
+}

@@ -1,0 +1,3 @@
+#include <ZEFPipeFacilityInvocationContext.h>
+
+ZEFPipeFacilityInvocationContext::~ZEFPipeFacilityInvocationContext() = default;

@@ -1,0 +1,48 @@
+# How a test program is built and run.
+
+find_program(ZEFUI_XVFB Xvfb)
+find_program(ZEFUI_WINDOW_MANAGER openbox)
+if(UNIX AND NOT (ZEFUI_XVFB AND ZEFUI_WINDOW_MANAGER))
+    message(STATUS "Tests on xcb are left out: Xvfb or openbox is missing")
+endif()
+
+set(ZEFUI_TEST_ENVIRONMENT
+    QT_LOGGING_RULES=
+    LANG=C.UTF-8
+    LC_ALL=C.UTF-8
+    LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0
+    ASAN_OPTIONS=detect_stack_use_after_return=1
+    UBSAN_OPTIONS=print_stacktrace=1)
+
+# zefui_add_test(<program> SOURCES <source>... [LIBRARIES <target>...] [PLATFORMS offscreen|xcb...]
+#                [TIMEOUT <seconds>])
+# Builds a test program and registers it as <program>.<platform>, by default on the offscreen platform
+# only. On xcb each program runs on an X server and under a window manager of its own.
+function(zefui_add_test program)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "SOURCES;LIBRARIES;PLATFORMS")
+    if(NOT arg_PLATFORMS)
+        set(arg_PLATFORMS offscreen)
+    endif()
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 300)
+    endif()
+    add_executable(${program} ${arg_SOURCES})
+    zefui_compile_options(${program})
+    target_link_libraries(${program} PRIVATE ZEFUI::zefui zefui_test_support Qt6::Test ${arg_LIBRARIES})
+
+    foreach(platform IN LISTS arg_PLATFORMS)
+        if(platform STREQUAL "xcb")
+            if(NOT (ZEFUI_XVFB AND ZEFUI_WINDOW_MANAGER))
+                continue()
+            endif()
+            set(command ${PROJECT_SOURCE_DIR}/tests/support/with-display $<TARGET_FILE:${program}>)
+        else()
+            set(command ${program})
+        endif()
+        add_test(NAME ${program}.${platform} COMMAND ${command})
+        set_tests_properties(${program}.${platform} PROPERTIES
+            ENVIRONMENT "QT_QPA_PLATFORM=${platform};${ZEFUI_TEST_ENVIRONMENT}"
+            LABELS ${platform}
+            TIMEOUT ${arg_TIMEOUT})
+    endforeach()
+endfunction()

@@ -1,0 +1,254 @@
+// The tree of elements, showing, closing and the end of an element.
+
+#include "ZEFUIElementPrivate.h"
+
+#include "debugOutput.h"
+
+#include <ZEFBase.h>
+#include <ZEFTranslatorCache.h>
+#include <ZEFUIDialog.h>
+#include <ZEFUIWidget.h>
+
+#include <platform/ForegroundWindow.h>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+QObject* topMostAncestor(QObject* object)
+{
+    while (object && object->parent())
+        object = object->parent();
+    return object;
+}
+
+//! Hosts are recognised by their exact class: a derived class is none.
+bool isExactly(const QObject* object, const char* className)
+{
+    return object && object->metaObject() && qstrcmp(object->metaObject()->className(), className) == 0;
+}
+
+//! A process id as the operating system means it, whatever the sign it was stored with.
+quint32 unsignedProcessId(qint64 id)
+{
+    return static_cast<quint32>(id);
+}
+
+} // namespace
+
+ZEFUIElementPrivate::DeletionGuard::DeletionGuard(ZEFUIElement* element)
+    : m_element(element)
+{
+    if (m_element)
+        ++get(m_element)->deletionGuards;
+}
+
+ZEFUIElementPrivate::DeletionGuard::~DeletionGuard()
+{
+    if (m_element)
+        --get(m_element)->deletionGuards;
+}
+
+bool ZEFUIElementPrivate::postponeDeletion(ZEFUIElement* element)
+{
+    if (deletionGuards == 0)
+        return false;
+    QTimer::singleShot(1ms, element, &ZEFUIElement::destroy);
+    return true;
+}
+
+ZEFUIElement::~ZEFUIElement()
+{
+    d->beingDeleted = true;
+    makeOrBreakConnections(false);
+    QList<QPointer<ZEFUIElement>> children;
+    for (ZEFUIElement* child : std::as_const(d->childElements))
+        children.append(child);
+    for (const QPointer<ZEFUIElement>& child : std::as_const(children)) {
+        // in a ring of elements one is already on its way out
+        if (child && !child->d->beingDeleted)
+            delete child;
+    }
+    if (d->parentElement)
+        d->parentElement->removeChildElement(this);
+    d.reset();
+    ZEFTranslatorCache::release();
+}
+
+void ZEFUIElement::addChildElement(ZEFUIElement* child)
+{
+    if (!child || child == this || d->childElements.contains(child))
+        return;
+    d->childElements.append(child);
+    // A child that was added by hand does not know this element and cannot leave the list itself.
+    QObject::connect(child, &QObject::destroyed, this, [this, child] { d->childElements.removeAll(child); });
+}
+
+void ZEFUIElement::removeChildElement(ZEFUIElement* child)
+{
+    if (d->childElements.removeAll(child) > 0)
+        QObject::disconnect(child, &QObject::destroyed, this, nullptr);
+}
+
+ZEFUIElement* ZEFUIElement::childElement(int index) const
+{
+    return d->childElements.value(index);
+}
+
+int ZEFUIElement::childElementCount() const
+{
+    return static_cast<int>(d->childElements.size());
+}
+
+bool ZEFUIElement::isClosing() const
+{
+    return d->closing;
+}
+
+void ZEFUIElement::setClosing(bool closeWidget)
+{
+    d->closing = true;
+    d->mayRaise = false;
+    if (closeWidget && d->widget) {
+        const QPointer<ZEFUIElement> self(this);
+        d->widget->close();
+        if (!self)
+            return;
+    } else {
+        d->widget = nullptr;
+    }
+    Q_EMIT closing();
+}
+
+int ZEFUIElement::closeSelection() const
+{
+    return d->closeSelection;
+}
+
+void ZEFUIElement::setCloseSelection(int selection)
+{
+    d->closeSelection = selection;
+}
+
+void ZEFUIElement::close()
+{
+    if (!d->widget)
+        return;
+    const QPointer<ZEFUIElement> self(this);
+    d->widget->close();
+    if (!self)
+        return;
+    setClosing(true);
+    if (self && !d->postponeDeletion(this))
+        delete d->widget;
+}
+
+void ZEFUIElement::destroy()
+{
+    if (d->widget && !d->postponeDeletion(this))
+        delete d->widget;
+}
+
+void ZEFUIElement::widgetDestroyed()
+{
+    d->widget = nullptr;
+}
+
+void ZEFUIElement::show()
+{
+    bringToFront(true);
+}
+
+bool ZEFUIElement::bringToFront(bool)
+{
+    if (!d->widget)
+        return false;
+    if (!d->widget->isVisible()) {
+        const QPointer<ZEFUIElement> self(this);
+        d->widget->show();
+        if (!self || !d->widget)
+            return false;
+    }
+    ForegroundWindow& foreground = ForegroundWindow::instance();
+    const std::optional<qint64> owner = foreground.ownerProcess();
+    if (!owner)
+        return false;
+    // Never in front of another application that the user has switched to.
+    if (*owner != ForegroundWindow::UnknownProcess
+        && unsignedProcessId(*owner) == unsignedProcessId(d->clientPID))
+        foreground.putInFront(d->widget);
+    return true;
+}
+
+void ZEFUIElement::housekeeping()
+{
+    if (!d->widget) {
+        d->housekeepingTimer.stop();
+        if (!d->closing)
+            setClosing(false);
+        return;
+    }
+    if (d->closing) {
+        d->housekeepingTimer.stop();
+        QTimer::singleShot(1ms, this, &ZEFUIElement::destroy);
+        d->mayRaise = false;
+        return;
+    }
+    if (d->geometryPending && d->mayRaise) {
+        const QPointer<ZEFUIElement> self(this);
+        d->widget->resize(d->savedSize);
+        d->widget->move(d->savedPosition);
+        activateAndRaise();
+        if (self)
+            d->geometryPending = false;
+        return;
+    }
+    if (d->mayRaise)
+        bringToFront(false);
+    else
+        ZEFBase::logDebug(QStringLiteral("Not Bringing to front!"));
+}
+
+void ZEFUIElement::activateAndRaise()
+{
+    // The line names the dialog class for every kind of host; those who read logs look for it.
+    ZEFBase::logDebug(QStringLiteral("ZEFUIDialog Activate and raise window %1").arg(hexAddress(this)));
+    if (!d->widget)
+        return;
+    const QPointer<QWidget> widget(d->widget);
+    widget->activateWindow();
+    if (widget)
+        widget->raise();
+}
+
+ZEFUIElement* ZEFUIElement::elementFromQObject(QObject* object)
+{
+    if (isExactly(object, "ZEFUIWidget"))
+        return static_cast<ZEFUIWidget*>(object)->element();
+    if (isExactly(object, "ZEFUIDialog"))
+        return static_cast<ZEFUIDialog*>(object)->element();
+    return nullptr;
+}
+
+ZEFUIElement* ZEFUIElement::elementFromChild(QObject* object)
+{
+    for (; object; object = object->parent()) {
+        if (ZEFUIElement* element = elementFromQObject(object))
+            return element;
+    }
+    return nullptr;
+}
+
+ZEFUIDialog* ZEFUIElement::dialogFromChild(QObject* object)
+{
+    QObject* top = topMostAncestor(object);
+    return isExactly(top, "ZEFUIDialog") ? static_cast<ZEFUIDialog*>(top) : nullptr;
+}
+
+ZEFUIWidget* ZEFUIElement::widgetFromChild(QObject* object)
+{
+    QObject* top = topMostAncestor(object);
+    return isExactly(top, "ZEFUIWidget") ? static_cast<ZEFUIWidget*>(top) : nullptr;
+}

@@ -1,0 +1,251 @@
+// Construction, the accessors, and loading and styling a form.
+
+#include "ZEFUIElementPrivate.h"
+
+#include "ZEFUILoader.h"
+#include "debugOutput.h"
+
+#include <ZEFBase.h>
+#include <ZEFPipeFacilityInvocationContext.h>
+#include <ZEFTranslatorCache.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
+#include <QtCore/QTranslator>
+#include <QtWidgets/QLayout>
+#include <QtWidgets/QVBoxLayout>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto housekeepingInterval = 100ms;
+
+//! Has a translator installed on the application for the length of a scope.
+class TranslatorInForce {
+public:
+    explicit TranslatorInForce(QTranslator* translator)
+        : m_translator(translator)
+    {
+        if (m_translator)
+            QCoreApplication::installTranslator(m_translator);
+    }
+    ~TranslatorInForce()
+    {
+        // The cache may have dropped it meanwhile; a deleted translator has taken itself off.
+        if (m_translator)
+            QCoreApplication::removeTranslator(m_translator);
+    }
+
+private:
+    Q_DISABLE_COPY_MOVE(TranslatorInForce)
+    QPointer<QTranslator> m_translator;
+};
+
+//! The resource of \a name in \a folder: the one for Windows if there is one, else the common one.
+QString resourcePath(const QString& folder, const QString& name, const QString& suffix)
+{
+    const QString windowsPath =
+        QStringLiteral(":/%1/%2_%3.%4").arg(folder, QStringLiteral("win"), name, suffix);
+    return QFile::exists(windowsPath) ? windowsPath : QStringLiteral(":/%1/%2.%3").arg(folder, name, suffix);
+}
+
+} // namespace
+
+ZEFUIElementPrivate::ZEFUIElementPrivate(QWidget* hostWidget, ZEFUIElement* parent)
+    : widget(hostWidget)
+    , parentElement(parent)
+{
+    if (hostWidget) {
+        QFont font = hostWidget->font();
+        font.setStyleHint(QFont::System, QFont::PreferDefault);
+        hostWidget->setFont(font);
+    }
+}
+
+ZEFUIElementPrivate::~ZEFUIElementPrivate()
+{
+    delete context;
+}
+
+ZEFUIElement::ZEFUIElement(QWidget* widget, ZEFUIElement* parentElement, const QString& formName,
+                           const QString& locale, ZEFPipeFacilityInvocationContext* context, long clientPID)
+    : d(std::make_unique<ZEFUIElementPrivate>(widget, parentElement))
+{
+    d->clientPID = clientPID;
+    ZEFBase::logDebug(QStringLiteral("ZEFUIElement with parent: %1").arg(hexAddress(parentElement)));
+    if (parentElement) {
+        ZEFBase::logDebug(QStringLiteral("  adding child %1").arg(hexAddress(this)));
+        parentElement->addChildElement(this);
+    }
+    QObject::connect(&d->housekeepingTimer, "2timeout()", this, "1housekeeping()");
+    // The signal is misspelt on purpose: Qt refuses the connection, and the element never hears of the
+    // widget's death in this way. d->widget guards itself.
+    if (widget)
+        QObject::connect(widget, "2destoyed()", this, "1widgetDestroyed()");
+    d->housekeepingTimer.start(housekeepingInterval);
+    setLocale(locale);
+    ZEFBase::logDebug(QStringLiteral("ZEFUIElement setFormPath: %1").arg(formName));
+    setFormPath(formName);
+    setContext(context);
+    ZEFTranslatorCache::retain();
+}
+
+ZEFUIElement::ZEFUIElement(QWidget* widget, ZEFUIElement* parentElement,
+                           ZEFPipeFacilityInvocationContext* context, long clientPID)
+    : d(std::make_unique<ZEFUIElementPrivate>(widget, parentElement))
+{
+    d->clientPID = clientPID;
+    if (parentElement)
+        parentElement->addChildElement(this);
+    // Misspelt on purpose, as above.
+    if (widget)
+        QObject::connect(widget, "2destoyed()", this, "1widgetDestroyed()");
+    QObject::connect(&d->housekeepingTimer, "2timeout()", this, "1housekeeping()");
+    d->housekeepingTimer.start(housekeepingInterval);
+    setContext(context);
+    ZEFTranslatorCache::retain();
+}
+
+QObject* ZEFUIElement::delegate() const
+{
+    return d->delegate;
+}
+
+void ZEFUIElement::setDelegate(QObject* delegate)
+{
+    if (d->delegate)
+        makeOrBreakConnections(false);
+    d->delegate = delegate;
+    if (d->delegate)
+        makeOrBreakConnections(true);
+}
+
+long ZEFUIElement::clientPID() const
+{
+    return d->clientPID;
+}
+
+void ZEFUIElement::setClientPID(long pid)
+{
+    d->clientPID = pid;
+}
+
+void ZEFUIElement::setSecondary(bool secondary)
+{
+    d->secondary = secondary;
+}
+
+ZEFPipeFacilityInvocationContext* ZEFUIElement::context() const
+{
+    return d->context;
+}
+
+void ZEFUIElement::setContext(ZEFPipeFacilityInvocationContext* context)
+{
+    d->context = context;
+}
+
+QWidget* ZEFUIElement::widget() const
+{
+    return d->widget;
+}
+
+QString ZEFUIElement::formPath() const
+{
+    return d->formPath;
+}
+
+bool ZEFUIElement::loaded() const
+{
+    return d->loaded;
+}
+
+QString ZEFUIElement::styleSheetPath() const
+{
+    return d->styleSheetPath;
+}
+
+void ZEFUIElement::setLocale(const QString& locale)
+{
+    d->locale = locale;
+    Q_EMIT localeChanged();
+}
+
+QString ZEFUIElement::locale() const
+{
+    return d->locale;
+}
+
+void ZEFUIElement::setFormPath(const QString& name)
+{
+    d->loaded = false;
+    if (!d->widget)
+        return;
+    const QPointer<ZEFUIElement> self(this);
+
+    if (QLayout* layout = d->widget->layout()) {
+        const std::unique_ptr<QLayoutItem> item(layout->takeAt(0));
+        const QPointer<QWidget> oldForm(item ? item->widget() : nullptr);
+        connectWidgetTree(false, oldForm);
+        delete oldForm;
+        if (!self || !d->widget)
+            return;
+        delete d->widget->layout();
+    }
+
+    d->formName.clear();
+    d->formPath = resourcePath(QStringLiteral("forms"), name, QStringLiteral("ui"));
+    ZEFBase::logDebug(QStringLiteral("Loading form %1 for locale %2").arg(name, d->locale));
+    const TranslatorInForce translator(
+        ZEFTranslatorCache::translatorForLocale(QStringLiteral("zefmain.qm"), d->locale));
+
+    ZEFUILoader loader(nullptr);
+    QFile file(d->formPath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        writeDebug(QStringLiteral("Could not open file %1 for reading").arg(d->formPath));
+        return;
+    }
+    QWidget* form = loader.load(&file, d->widget);
+    if (!form) {
+        writeDebug(QStringLiteral("Could not load UI file: %1").arg(d->formPath));
+        return;
+    }
+    file.close();
+    auto* layout = new QVBoxLayout;
+    d->widget->setLayout(layout);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(form);
+    connectWidgetTree(true, form);
+    d->loaded = true;
+    d->formName = QFileInfo(name).baseName();
+    form->setLocale(QLocale(d->locale));
+}
+
+void ZEFUIElement::setWidgetStyleSheet(QWidget* widget, const QString& name)
+{
+    if (!widget)
+        return;
+    const QString path = resourcePath(QStringLiteral("css"), name.isEmpty() ? widget->objectName() : name,
+                                      QStringLiteral("css"));
+    QFile file(path);
+    if (!file.exists() || !file.open(QIODevice::ReadOnly))
+        return;
+    ZEFBase::logDebug(QStringLiteral("Found CSS: %1").arg(path));
+    const QString styleSheet = QString::fromUtf8(file.readAll());
+    if (styleSheet.isEmpty())
+        return;
+    ZEFBase::logDebug(QStringLiteral("Setting widget style sheet: %1").arg(path));
+    setWidgetProperty(widget, QStringLiteral("styleSheet"), styleSheet);
+}
+
+void ZEFUIElement::setStyleSheetPath(const QString& path)
+{
+    // The sheet is neither read nor applied, unlike in setWidgetStyleSheet(): its text would only be
+    // thrown away. Only the path is kept, whether or not there is such a file.
+    d->styleSheetPath = path;
+}

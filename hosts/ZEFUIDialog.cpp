@@ -1,0 +1,141 @@
+#include <ZEFUIDialog.h>
+
+#include <ZEFUIElement.h>
+
+#include <element/ZEFUIElementPrivate.h>
+#include <element/debugOutput.h>
+
+#include <QtCore/QTimer>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QLayout>
+
+ZEFUIDialog::ZEFUIDialog(const QString& form, const QString& locale, QWidget* parent, Qt::WindowFlags flags,
+                         ZEFPipeFacilityInvocationContext* context)
+    : QDialog(parent, flags)
+{
+    writeDebug(u"formpath in ZEFUIDialog is " + form);
+    m_element = new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), form, locale, context, 0);
+    setWindowModality(parent ? Qt::WindowModal : Qt::NonModal);
+}
+
+ZEFUIDialog::ZEFUIDialog(QDialog* parent, Qt::WindowFlags flags, ZEFPipeFacilityInvocationContext* context)
+    : QDialog(parent, flags)
+    , m_element(new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), context, 0))
+{
+}
+
+ZEFUIDialog::~ZEFUIDialog()
+{
+    delete m_element;
+}
+
+ZEFUIDialog* ZEFUIDialog::create(const QString& form, const QString& locale, QWidget* parent,
+                                 Qt::WindowFlags flags)
+{
+    writeDebug(u"ZEFUIDialog::create form: " + form);
+    auto* host = new ZEFUIDialog(form, locale, parent, flags, nullptr);
+    // A host without its form stays alive on purpose: the user sees an empty dialog and closes it.
+    if (!host->element()->loaded())
+        return nullptr;
+    host->setFixedSize(true);
+    return host;
+}
+
+ZEFUIElement* ZEFUIDialog::element() const
+{
+    return m_element;
+}
+
+void ZEFUIDialog::setFixedSize(bool fixed)
+{
+    // Not SetDefaultConstraint: a dialog that is not fixed may shrink below its form's minimum size.
+    if (QLayout* formLayout = layout())
+        formLayout->setSizeConstraint(fixed ? QLayout::SetFixedSize : QLayout::SetNoConstraint);
+}
+
+void ZEFUIDialog::enableCloseOnEscape(bool enable)
+{
+    m_closeOnEscape = enable;
+}
+
+void ZEFUIDialog::clicked(bool)
+{
+    if (m_element)
+        m_element->dispatch(sender(), "clicked");
+}
+
+void ZEFUIDialog::rootClosed()
+{
+    close();
+}
+
+void ZEFUIDialog::closeEvent(QCloseEvent* e)
+{
+    const QPointer<ZEFUIDialog> self(this);
+    QDialog::closeEvent(e);
+    if (!self || !m_element || m_element->isClosing())
+        return;
+    e->accept();
+    m_element->setClosing(true);
+    if (self)
+        respond();
+}
+
+void ZEFUIDialog::keyPressEvent(QKeyEvent* e)
+{
+    if (!e)
+        return;
+    const int key = e->key();
+    const QPointer<ZEFUIDialog> self(this);
+    Q_EMIT dialog_key_pressed(key);
+    if (!self)
+        return;
+    QDialog::keyPressEvent(e);
+    if (!self || !m_element || !m_closeOnEscape || key != Qt::Key_Escape)
+        return;
+    // The closing flag is not asked: an element that was marked closing without an answer still answers.
+    m_element->setClosing(true);
+    if (self)
+        respond();
+}
+
+void ZEFUIDialog::mouseReleaseEvent(QMouseEvent*)
+{
+    Q_EMIT dialog_clicked();
+}
+
+void ZEFUIDialog::showEvent(QShowEvent* e)
+{
+    const QPointer<ZEFUIDialog> self(this);
+    {
+        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        Q_EMIT dialog_show();
+    }
+    if (self)
+        QDialog::showEvent(e);
+}
+
+void ZEFUIDialog::hideEvent(QHideEvent* e)
+{
+    const QPointer<ZEFUIDialog> self(this);
+    {
+        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        Q_EMIT dialog_hide();
+    }
+    if (self)
+        QDialog::hideEvent(e);
+}
+
+void ZEFUIDialog::respond()
+{
+    if (!m_element)
+        return;
+    if (!m_responded) {
+        m_responded = true;
+        const QPointer<ZEFUIDialog> self(this);
+        Q_EMIT respondClosed(m_element->context(), m_element->closeSelection());
+        if (!self || !m_element)
+            return;
+    }
+    QTimer::singleShot(1, m_element, SLOT(destroy()));
+}
