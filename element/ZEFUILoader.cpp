@@ -2,6 +2,13 @@
 
 #include <ZEFBase.h>
 #include <ZEFCommandLinkButton.h>
+#include <ZEFEllipsisLabel.h>
+#include <ZEFFlatButton.h>
+#include <ZEFHyperlinkLabel.h>
+#include <ZEFLightStdButton.h>
+#include <ZEFLightStdSSButton.h>
+#include <ZEFLightStdSSCheckbox.h>
+#include <ZEFToggleButton.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QWidget>
@@ -27,6 +34,13 @@ const QList<CustomClass>& customClasses()
 {
     static const QList<CustomClass> classes = {
         {QLatin1String("ZEFCommandLinkButton"), create<ZEFCommandLinkButton>},
+        {QLatin1String("ZEFToggleButton"), create<ZEFToggleButton>},
+        {QLatin1String("ZEFEllipsisLabel"), create<ZEFEllipsisLabel>},
+        {QLatin1String("ZEFHyperlinkLabel"), create<ZEFHyperlinkLabel>},
+        {QLatin1String("ZEFFlatButton"), create<ZEFFlatButton>},
+        {QLatin1String("ZEFLightStdSSButton"), create<ZEFLightStdSSButton>},
+        {QLatin1String("ZEFLightStdSSCheckbox"), create<ZEFLightStdSSCheckbox>},
+        {QLatin1String("ZEFLightStdButton"), create<ZEFLightStdButton>},
     };
     return classes;
 }
