@@ -1,6 +1,8 @@
 #include "ZEFUILoader.h"
 
 #include <ZEFBase.h>
+#include <ZEFFormatCell.h>
+#include <ZEFFormatEdit.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QWidget>
@@ -15,11 +17,19 @@ struct CustomClass {
     QWidget* (*create)(QWidget* parent);
 };
 
+template <class Widget> QWidget* create(QWidget* parent)
+{
+    return new Widget(parent);
+}
+
 // The loader knows the library's classes only from here. ZEFStdButton, ZEFStdSSButton,
 // ZEFStdSSCheckbox and ZEFCalendarWidget stay out of it on purpose: forms must not create them.
 const QList<CustomClass>& customClasses()
 {
-    static const QList<CustomClass> classes = {};
+    static const QList<CustomClass> classes = {
+        {QLatin1String("ZEFFormatCell"), create<ZEFFormatCell>},
+        {QLatin1String("ZEFFormatEdit"), create<ZEFFormatEdit>},
+    };
     return classes;
 }
 
