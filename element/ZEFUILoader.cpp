@@ -1,29 +1,13 @@
 #include "ZEFUILoader.h"
 
+#include "customClasses.h"
+
 #include <ZEFBase.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QWidget>
 
 #include <algorithm>
-#include <iterator>
-
-namespace {
-
-struct CustomClass {
-    QLatin1String name;
-    QWidget* (*create)(QWidget* parent);
-};
-
-// The loader knows the library's classes only from here. ZEFStdButton, ZEFStdSSButton,
-// ZEFStdSSCheckbox and ZEFCalendarWidget stay out of it on purpose: forms must not create them.
-const QList<CustomClass>& customClasses()
-{
-    static const QList<CustomClass> classes = {};
-    return classes;
-}
-
-} // namespace
 
 ZEFUILoader::ZEFUILoader(QObject* parent)
     : QUiLoader(parent)
