@@ -39,4 +39,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/generated/ZEFUIConfigVers
 install(FILES
         ${PROJECT_BINARY_DIR}/generated/ZEFUIConfig.cmake
         ${PROJECT_BINARY_DIR}/generated/ZEFUIConfigVersion.cmake
+        ${PROJECT_SOURCE_DIR}/cmake/ZEFUIForms.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
+
+# The functions of the package serve this build's own examples and tests too.
+include(ZEFUIForms)
