@@ -1,0 +1,131 @@
+#include "FormDelegates.h"
+
+#include <ZEFUIDialog.h>
+#include <ZEFUIElement.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+
+namespace {
+
+constexpr qsizetype productKeyLength = 16;
+
+//! Answers with \a selection. Form, delegate and context are gone afterwards.
+void closeWith(ZEFUIDialog* host, Selection selection)
+{
+    host->element()->setCloseSelection(selection);
+    host->element()->close();
+}
+
+//! Opens \a form in front of \a parent, whose element becomes its parent element.
+ZEFUIDialog* openChildForm(const QString& form, ZEFUIDialog* parent, const ZEFDictionaryList& dictionaries)
+{
+    auto* child = new ZEFUIDialog(form, parent->element()->locale(), parent, Qt::WindowFlags(), nullptr);
+    ZEFUIElement* element = child->element();
+    child->setWindowTitle(parent->windowTitle());
+    element->interpolate(dictionaries);
+    element->setClientPID(parent->element()->clientPID());
+    element->setDelegate(makeFormDelegate(form, child, dictionaries));
+    fitToForm(child);
+    element->show();
+    return child;
+}
+
+} // namespace
+
+QObject* makeFormDelegate(const QString& form, ZEFUIDialog* host, const ZEFDictionaryList& dictionaries)
+{
+    if (form == u"signin")
+        return new SignInDelegate(host);
+    if (form == u"activation")
+        return new ActivationDelegate(host, dictionaries);
+    if (form == u"confirmation")
+        return new ConfirmationDelegate(host);
+    return nullptr;
+}
+
+void fitToForm(ZEFUIDialog* host)
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    host->setFixedSize(false);
+    host->setMinimumSize(0, 0);
+    host->adjustSize();
+    host->setMinimumSize(host->size());
+}
+
+SignInDelegate::SignInDelegate(ZEFUIDialog* host)
+    : QObject(host)
+    , m_host(host)
+{
+}
+
+void SignInDelegate::okButton_clicked(ZEFPipeFacilityInvocationContext*, QVariant user_text,
+                                      QVariant password_text)
+{
+    const bool userMissing = user_text.toString().trimmed().isEmpty();
+    if (!userMissing && !password_text.toString().isEmpty()) {
+        closeWith(m_host, Confirmed);
+        return;
+    }
+    m_host->element()->showChild(QStringLiteral("errorLabel"));
+    m_host->element()->setChildFocus(userMissing ? QStringLiteral("user") : QStringLiteral("password"));
+    fitToForm(m_host);
+}
+
+void SignInDelegate::cancelButton_clicked(ZEFPipeFacilityInvocationContext*)
+{
+    closeWith(m_host, Cancelled);
+}
+
+ActivationDelegate::ActivationDelegate(ZEFUIDialog* host, const ZEFDictionaryList& dictionaries)
+    : QObject(host)
+    , m_host(host)
+    , m_dictionaries(dictionaries)
+{
+    ZEFUIElement* element = host->element();
+    element->connectSlotsByName(this);
+    on_productKey_textChanged(
+        element->childProperty(QStringLiteral("productKey"), QStringLiteral("text")).toString());
+}
+
+void ActivationDelegate::on_productKey_textChanged(const QString& text)
+{
+    const qsizetype length = text.size() - text.count(u'-');
+    m_host->element()->enableChild(QStringLiteral("okButton"), length == productKeyLength);
+}
+
+void ActivationDelegate::okButton_clicked(ZEFPipeFacilityInvocationContext*)
+{
+    closeWith(m_host, Confirmed);
+}
+
+void ActivationDelegate::laterButton_clicked(ZEFPipeFacilityInvocationContext*)
+{
+    const ZEFUIDialog* question = openChildForm(QStringLiteral("confirmation"), m_host, m_dictionaries);
+    connect(question, &ZEFUIDialog::respondClosed, this,
+            [this](ZEFPipeFacilityInvocationContext*, int selection) {
+                if (selection == Confirmed)
+                    closeWith(m_host, Postponed);
+            });
+}
+
+void ActivationDelegate::cancelButton_clicked(ZEFPipeFacilityInvocationContext*)
+{
+    closeWith(m_host, Cancelled);
+}
+
+ConfirmationDelegate::ConfirmationDelegate(ZEFUIDialog* host)
+    : QObject(host)
+    , m_host(host)
+{
+}
+
+void ConfirmationDelegate::okButton_clicked(ZEFPipeFacilityInvocationContext*)
+{
+    closeWith(m_host, Confirmed);
+}
+
+void ConfirmationDelegate::cancelButton_clicked(ZEFPipeFacilityInvocationContext*)
+{
+    closeWith(m_host, Cancelled);
+}
