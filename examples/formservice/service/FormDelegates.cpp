@@ -57,6 +57,7 @@ SignInDelegate::SignInDelegate(ZEFUIDialog* host)
     : QObject(host)
     , m_host(host)
 {
+    host->element()->connectSlotsByName(this);
 }
 
 void SignInDelegate::okButton_clicked(ZEFPipeFacilityInvocationContext*, QVariant user_text,
@@ -67,8 +68,23 @@ void SignInDelegate::okButton_clicked(ZEFPipeFacilityInvocationContext*, QVarian
         closeWith(m_host, Confirmed);
         return;
     }
-    m_host->element()->showChild(QStringLiteral("errorLabel"));
+    showError(true);
     m_host->element()->setChildFocus(userMissing ? QStringLiteral("user") : QStringLiteral("password"));
+}
+
+void SignInDelegate::on_user_textEdited(const QString&)
+{
+    showError(false);
+}
+
+void SignInDelegate::on_password_textEdited(const QString&)
+{
+    showError(false);
+}
+
+void SignInDelegate::showError(bool visible)
+{
+    m_host->element()->showChild(QStringLiteral("errorLabel"), visible);
     fitToForm(m_host);
 }
 

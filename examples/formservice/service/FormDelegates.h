@@ -31,7 +31,13 @@ public:
                                       QVariant password_text);
     Q_INVOKABLE void cancelButton_clicked(ZEFPipeFacilityInvocationContext* context);
 
+public Q_SLOTS:
+    void on_user_textEdited(const QString& text);
+    void on_password_textEdited(const QString& text);
+
 private:
+    void showError(bool visible);
+
     ZEFUIDialog* m_host;
 };
 
