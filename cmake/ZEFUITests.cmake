@@ -14,21 +14,33 @@ set(ZEFUI_TEST_ENVIRONMENT
     ASAN_OPTIONS=detect_stack_use_after_return=1
     UBSAN_OPTIONS=print_stacktrace=1)
 
+# The library's objects in an archive, for tests of classes that the shared library does not export.
+if(BUILD_SHARED_LIBS)
+    add_library(zefui_internals STATIC $<TARGET_OBJECTS:zefui>)
+    target_include_directories(zefui_internals PUBLIC $<TARGET_PROPERTY:zefui,INCLUDE_DIRECTORIES>)
+    target_compile_definitions(zefui_internals PUBLIC ZEFUI_STATIC_DEFINE)
+    target_link_libraries(zefui_internals PUBLIC $<TARGET_PROPERTY:zefui,LINK_LIBRARIES>)
+else()
+    add_library(zefui_internals ALIAS zefui)
+endif()
+
 # zefui_add_test(<program> SOURCES <source>... [LIBRARIES <target>...] [PLATFORMS offscreen|xcb...]
-#                [TIMEOUT <seconds>])
+#                [TIMEOUT <seconds>] [INTERNALS])
 # Builds a test program and registers it as <program>.<platform>, by default on the offscreen platform
-# only. On xcb each program runs on an X server and under a window manager of its own.
+# only. On xcb each program runs on an X server and under a window manager of its own. With INTERNALS the
+# program reaches the library's own classes too; without, only what the library exports.
 function(zefui_add_test program)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "SOURCES;LIBRARIES;PLATFORMS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNALS" "TIMEOUT" "SOURCES;LIBRARIES;PLATFORMS")
     if(NOT arg_PLATFORMS)
         set(arg_PLATFORMS offscreen)
     endif()
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 300)
     endif()
+    set(library $<IF:$<BOOL:${arg_INTERNALS}>,zefui_internals,ZEFUI::zefui>)
     add_executable(${program} ${arg_SOURCES})
     zefui_compile_options(${program})
-    target_link_libraries(${program} PRIVATE ZEFUI::zefui zefui_test_support Qt6::Test ${arg_LIBRARIES})
+    target_link_libraries(${program} PRIVATE ${library} zefui_test_support Qt6::Test ${arg_LIBRARIES})
 
     foreach(platform IN LISTS arg_PLATFORMS)
         if(platform STREQUAL "xcb")

@@ -5,6 +5,7 @@
 #include "debugOutput.h"
 
 #include <ZEFBase.h>
+#include <ZEFPipeFacilityInvocationContext.h>
 #include <ZEFTranslatorCache.h>
 #include <ZEFUIDialog.h>
 #include <ZEFUIWidget.h>
@@ -12,6 +13,7 @@
 #include <platform/ForegroundWindow.h>
 
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -73,6 +75,8 @@ ZEFUIElement::~ZEFUIElement()
     }
     if (d->parentElement)
         d->parentElement->removeChildElement(this);
+    // the service's own destructor runs here, and it may still look at this element
+    delete std::exchange(d->context, nullptr);
     d.reset();
     ZEFTranslatorCache::release();
 }
@@ -83,7 +87,10 @@ void ZEFUIElement::addChildElement(ZEFUIElement* child)
         return;
     d->childElements.append(child);
     // A child that was added by hand does not know this element and cannot leave the list itself.
-    QObject::connect(child, &QObject::destroyed, this, [this, child] { d->childElements.removeAll(child); });
+    QObject::connect(child, &QObject::destroyed, this, [this, child] {
+        if (d)
+            d->childElements.removeAll(child);
+    });
 }
 
 void ZEFUIElement::removeChildElement(ZEFUIElement* child)

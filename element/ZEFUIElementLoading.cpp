@@ -6,7 +6,6 @@
 #include "debugOutput.h"
 
 #include <ZEFBase.h>
-#include <ZEFPipeFacilityInvocationContext.h>
 #include <ZEFTranslatorCache.h>
 
 #include <QtCore/QCoreApplication>
@@ -65,11 +64,6 @@ ZEFUIElementPrivate::ZEFUIElementPrivate(QWidget* hostWidget, ZEFUIElement* pare
         font.setStyleHint(QFont::System, QFont::PreferDefault);
         hostWidget->setFont(font);
     }
-}
-
-ZEFUIElementPrivate::~ZEFUIElementPrivate()
-{
-    delete context;
 }
 
 ZEFUIElement::ZEFUIElement(QWidget* widget, ZEFUIElement* parentElement, const QString& formName,

@@ -10,13 +10,12 @@
 #include <QtWidgets/QWidget>
 
 /*!
- * The state of a ZEFUIElement. It owns the context; the widget and the delegate belong to others and
+ * The state of a ZEFUIElement. The element owns the context; the widget and the delegate belong to others and
  * may die at any time.
  */
 class ZEFUIElementPrivate {
 public:
     ZEFUIElementPrivate(QWidget* widget, ZEFUIElement* parentElement);
-    ~ZEFUIElementPrivate();
 
     //! For tests of states that no operation of the library sets.
     static ZEFUIElementPrivate* get(const ZEFUIElement* element) { return element->d.get(); }
