@@ -4,6 +4,8 @@
 #include <ZEFCommandLinkButton.h>
 #include <ZEFEllipsisLabel.h>
 #include <ZEFFlatButton.h>
+#include <ZEFFormatCell.h>
+#include <ZEFFormatEdit.h>
 #include <ZEFHyperlinkLabel.h>
 #include <ZEFLightStdButton.h>
 #include <ZEFLightStdSSButton.h>
@@ -35,6 +37,8 @@ const QList<CustomClass>& customClasses()
     static const QList<CustomClass> classes = {
         {QLatin1String("ZEFCommandLinkButton"), create<ZEFCommandLinkButton>},
         {QLatin1String("ZEFToggleButton"), create<ZEFToggleButton>},
+        {QLatin1String("ZEFFormatCell"), create<ZEFFormatCell>},
+        {QLatin1String("ZEFFormatEdit"), create<ZEFFormatEdit>},
         {QLatin1String("ZEFEllipsisLabel"), create<ZEFEllipsisLabel>},
         {QLatin1String("ZEFHyperlinkLabel"), create<ZEFHyperlinkLabel>},
         {QLatin1String("ZEFFlatButton"), create<ZEFFlatButton>},
