@@ -1,5 +1,6 @@
 // The service in this process, so that its forms can be looked at; the clients are real sockets.
 
+#include <ZEFFormatEdit.h>
 #include <ZEFTest.h>
 #include <ZEFUIDialog.h>
 #include <ZEFUIElement.h>
@@ -33,6 +34,11 @@ private Q_SLOTS:
     void answersWhenTheWindowIsClosed();
     void answersOnEscape();
     void answersWhenTheHostIsDeleted();
+    void takesAKeyOfTheList();
+    void refusesAnotherKey();
+    void takesAnyCompleteKeyWithoutAList();
+    void setsAndReturnsTheTextOfAFormatEdit_data();
+    void setsAndReturnsTheTextOfAFormatEdit();
     void opensAChildForm();
     void staysOpenWhenTheChildFormSaysNo();
     void closesTheChildFormWithItsParent();
@@ -62,6 +68,8 @@ private:
     ZEFUIDialog* open(QLocalSocket& client, const QByteArray& request) const;
     QByteArray answer(QLocalSocket& client) const;
     static QList<ZEFUIDialog*> openForms();
+    //! Types as a user does: each key goes to the cell that has the focus by then.
+    static void typeKey(const ZEFUIDialog* form, const QString& text);
     static void click(const ZEFUIDialog* form, const char* button);
     static QString labelText(const ZEFUIDialog* form, const char* label);
 
@@ -130,6 +138,13 @@ QList<ZEFUIDialog*> FormServiceTest::openForms()
             forms.append(form);
     }
     return forms;
+}
+
+void FormServiceTest::typeKey(const ZEFUIDialog* form, const QString& text)
+{
+    form->findChild<ZEFFormatEdit*>(QStringLiteral("productKey"))->setFocus();
+    for (const QChar character : text)
+        QTest::keyClicks(form->focusWidget(), character);
 }
 
 void FormServiceTest::click(const ZEFUIDialog* form, const char* button)
@@ -218,6 +233,78 @@ void FormServiceTest::answersWhenTheHostIsDeleted()
     delete form;
     QCOMPARE(answer(*client), QByteArray(R"({"error":"the form was closed without an answer"})"));
     QVERIFY(open(*client, R"({"form": "signin"})"));
+}
+
+void FormServiceTest::takesAKeyOfTheList()
+{
+    const auto client = connectClient();
+    const ZEFUIDialog* form = open(*client,
+                                   QByteArray(R"({"form": "activation", "locale": "de",
+        "dictionaries": [{"product_keys": "AAAA1111BBBB2222 7K02M3QX9PLD5T8R"}],
+        "return": ["productKey.text"]})")
+                                       .simplified());
+    QVERIFY(form);
+    const auto* ok = form->findChild<QPushButton*>(QStringLiteral("okButton"));
+    QVERIFY(!ok->isEnabled());
+    QCOMPARE(labelText(form, "keyMessage"),
+             QStringLiteral("Geben Sie die vier Gruppen Ihres Schlüssels ein."));
+    // The letter O stands for the digit 0.
+    typeKey(form, QStringLiteral("7KO2M3QX9PLD5T8"));
+    QVERIFY(!ok->isEnabled());
+    QTest::keyClicks(form->focusWidget(), QStringLiteral("R"));
+    QVERIFY(ok->isEnabled());
+    QCOMPARE(labelText(form, "keyMessage"), QStringLiteral("Dieser Schlüssel passt zu Ihrer Bestellung."));
+    click(form, "okButton");
+    QCOMPARE(answer(*client),
+             QByteArray(R"({"selection":1,"values":{"productKey.text":"7K02-M3QX-9PLD-5T8R"}})"));
+}
+
+void FormServiceTest::refusesAnotherKey()
+{
+    const auto client = connectClient();
+    const ZEFUIDialog* form = open(
+        *client,
+        R"({"form": "activation", "dictionaries": [{"product_keys": "7K02M3QX9PLD5T8R", "list_invalid_message": "No, %{product_keys}."}]})");
+    QVERIFY(form);
+    typeKey(form, QStringLiteral("AAAA1111BBBB2222"));
+    QVERIFY(!form->findChild<QPushButton*>(QStringLiteral("okButton"))->isEnabled());
+    // The client's text goes before the service's own, and is not searched again.
+    QCOMPARE(labelText(form, "keyMessage"), QStringLiteral("No, %{product_keys}."));
+}
+
+void FormServiceTest::takesAnyCompleteKeyWithoutAList()
+{
+    const auto client = connectClient();
+    const ZEFUIDialog* form = open(*client, R"({"form": "activation", "return": ["productKey.text"]})");
+    QVERIFY(form);
+    const auto* ok = form->findChild<QPushButton*>(QStringLiteral("okButton"));
+    QVERIFY(!ok->isEnabled());
+    typeKey(form, QStringLiteral("AAAA1111BBBB222"));
+    QVERIFY(!ok->isEnabled());
+    QTest::keyClicks(form->focusWidget(), QStringLiteral("2"));
+    QVERIFY(ok->isEnabled());
+}
+
+void FormServiceTest::setsAndReturnsTheTextOfAFormatEdit_data()
+{
+    QTest::addColumn<QByteArray>("key");
+    QTest::newRow("with separators") << QByteArray("AAAA-1111-BBBB-2222-PR");
+    QTest::newRow("without separators") << QByteArray("AAAA1111BBBB2222PR");
+    QTest::newRow("some separators, in lower case") << QByteArray(" aaaa1111-bbbb2222pr ");
+}
+
+void FormServiceTest::setsAndReturnsTheTextOfAFormatEdit()
+{
+    QFETCH(const QByteArray, key);
+    const auto client = connectClient();
+    ZEFUIDialog* form = open(*client,
+                             R"({"form": "activation", "set": {"productKey_text": ")" + key
+                                 + R"("}, "return": ["productKey.text"]})");
+    QVERIFY(form);
+    QVERIFY(form->findChild<QPushButton*>(QStringLiteral("okButton"))->isEnabled());
+    form->close();
+    QCOMPARE(answer(*client),
+             QByteArray(R"({"selection":0,"values":{"productKey.text":"AAAA-1111-BBBB-2222-PR"}})"));
 }
 
 void FormServiceTest::opensAChildForm()

@@ -51,8 +51,8 @@
         <translation>Produkt&amp;schlüssel</translation>
     </message>
     <message>
-        <source>Letters and digits in four groups of four; capitals do not matter.</source>
-        <translation>Buchstaben und Ziffern in vier Vierergruppen; Groß- und Kleinschreibung ist gleich.</translation>
+        <source>Four groups of four, and an edition if there is one.</source>
+        <translation>Vier Vierergruppen und die Ausgabe, falls es eine gibt.</translation>
     </message>
     <message>
         <source>%{days} days of your trial are left.</source>
@@ -99,6 +99,22 @@
     <message>
         <source>Your session has expired.</source>
         <translation>Ihre Sitzung ist abgelaufen.</translation>
+    </message>
+    <message>
+        <source>Enter the four groups of your product key.</source>
+        <translation>Geben Sie die vier Gruppen Ihres Schlüssels ein.</translation>
+    </message>
+    <message>
+        <source>The key is not complete yet.</source>
+        <translation>Der Schlüssel ist noch nicht vollständig.</translation>
+    </message>
+    <message>
+        <source>This key fits your order.</source>
+        <translation>Dieser Schlüssel passt zu Ihrer Bestellung.</translation>
+    </message>
+    <message>
+        <source>This key does not belong to your order.</source>
+        <translation>Dieser Schlüssel gehört nicht zu Ihrer Bestellung.</translation>
     </message>
 </context>
 </TS>

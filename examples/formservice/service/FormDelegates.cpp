@@ -1,14 +1,18 @@
 #include "FormDelegates.h"
 
+#include <ZEFDictionaryList.h>
+#include <ZEFFormatEdit.h>
+#include <ZEFListValidator.h>
 #include <ZEFUIDialog.h>
 #include <ZEFUIElement.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
+#include <QtWidgets/QLabel>
 
 namespace {
 
-constexpr qsizetype productKeyLength = 16;
+constexpr long productKeyLength = 16;
 
 //! Answers with \a selection. Form, delegate and context are gone afterwards.
 void closeWith(ZEFUIDialog* host, Selection selection)
@@ -84,7 +88,10 @@ void SignInDelegate::on_password_textEdited(const QString&)
 
 void SignInDelegate::showError(bool visible)
 {
-    m_host->element()->showChild(QStringLiteral("errorLabel"), visible);
+    const QString label = QStringLiteral("errorLabel");
+    if (m_host->element()->childProperty(label, QStringLiteral("visible")).toBool() == visible)
+        return;
+    m_host->element()->showChild(label, visible);
     fitToForm(m_host);
 }
 
@@ -98,16 +105,34 @@ ActivationDelegate::ActivationDelegate(ZEFUIDialog* host, const ZEFDictionaryLis
     , m_host(host)
     , m_dictionaries(dictionaries)
 {
-    ZEFUIElement* element = host->element();
-    element->connectSlotsByName(this);
-    on_productKey_textChanged(
-        element->childProperty(QStringLiteral("productKey"), QStringLiteral("text")).toString());
+    auto* productKey = host->findChild<ZEFFormatEdit*>(QStringLiteral("productKey"));
+    // The format cannot give the first group both a least length and coercions.
+    productKey->editor(0)->setMinLength(productKey->editor(0)->maxLength());
+    productKey->setCellBottomHighlight(2, QColor(0x1d, 0x5f, 0xa8));
+
+    const QString keys = dictionaries.search(QStringLiteral("product_keys"), nullptr);
+    if (!keys.isEmpty()) {
+        auto* validator = new ZEFListValidator(this, keys.split(u' ', Qt::SkipEmptyParts));
+        validator->setMinimumLength(productKeyLength);
+        connect(validator, &ZEFListValidator::validityMessageChanged, this,
+                &ActivationDelegate::showKeyMessage);
+        productKey->setValidator(validator);
+    }
+    host->element()->connectSlotsByName(this);
+    on_productKey_textChanged(productKey->validate());
 }
 
-void ActivationDelegate::on_productKey_textChanged(const QString& text)
+void ActivationDelegate::on_productKey_textChanged(QValidator::State validity)
 {
-    const qsizetype length = text.size() - text.count(u'-');
-    m_host->element()->enableChild(QStringLiteral("okButton"), length == productKeyLength);
+    m_host->element()->enableChild(QStringLiteral("okButton"), validity == QValidator::Acceptable);
+}
+
+void ActivationDelegate::showKeyMessage(const QString& message)
+{
+    auto* label = m_host->findChild<QLabel*>(QStringLiteral("keyMessage"));
+    label->setText(message);
+    m_host->element()->interpolateWidget(label, m_dictionaries);
+    fitToForm(m_host);
 }
 
 void ActivationDelegate::okButton_clicked(ZEFPipeFacilityInvocationContext*)

@@ -2,6 +2,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QVariant>
+#include <QtGui/QValidator>
 
 class ZEFDictionaryList;
 class ZEFPipeFacilityInvocationContext;
@@ -41,7 +42,10 @@ private:
     ZEFUIDialog* m_host;
 };
 
-//! Product activation: asks back, in a form of its own, before the user goes on without a key.
+/*!
+ * Product activation: takes a key of the list under "product_keys" in the dictionaries, or any complete
+ * key when there is no list, and asks back, in a form of its own, before the user goes on without one.
+ */
 class ActivationDelegate : public QObject {
     Q_OBJECT
 
@@ -53,9 +57,11 @@ public:
     Q_INVOKABLE void cancelButton_clicked(ZEFPipeFacilityInvocationContext* context);
 
 public Q_SLOTS:
-    void on_productKey_textChanged(const QString& text);
+    void on_productKey_textChanged(QValidator::State validity);
 
 private:
+    void showKeyMessage(const QString& message);
+
     ZEFUIDialog* m_host;
     const ZEFDictionaryList& m_dictionaries;
 };

@@ -5,6 +5,7 @@
 
 #include <protocol/FormAnswer.h>
 
+#include <ZEFFormatEdit.h>
 #include <ZEFUIDialog.h>
 #include <ZEFUIElement.h>
 
@@ -14,12 +15,22 @@ namespace {
 
 constexpr qsizetype longestQuote = 60;
 
+//! The format edit whose text is meant; it has no property for it.
+ZEFFormatEdit* formatEditMeant(const QWidget* host, const QString& widget, const QString& property)
+{
+    return property == u"text" ? host->findChild<ZEFFormatEdit*>(widget) : nullptr;
+}
+
 //! The value of <widget>.<property>; invalid when the form has no such widget or property.
-QVariant valueOf(const ZEFUIElement* element, const QString& name)
+QVariant valueOf(const ZEFUIDialog* host, const QString& name)
 {
     // An object name may hold a dot, a property name cannot.
     const qsizetype dot = name.lastIndexOf(u'.');
-    return element->childProperty(name.first(dot), name.mid(dot + 1));
+    const QString widget = name.first(dot);
+    const QString property = name.mid(dot + 1);
+    if (const ZEFFormatEdit* edit = formatEditMeant(host, widget, property))
+        return edit->text();
+    return host->element()->childProperty(widget, property);
 }
 
 } // namespace
@@ -42,10 +53,18 @@ FormSession::FormSession(ZEFUIDialog* host, const FormRequest& request, qint64 c
     : QObject(host)
     , m_host(host)
     , m_request(request)
+    , m_ownTexts{
+          {QStringLiteral("list_empty_message"),
+           QStringLiteral("Enter the four groups of your product key.")},
+          {QStringLiteral("list_incomplete_message"), QStringLiteral("The key is not complete yet.")},
+          {QStringLiteral("list_valid_message"), QStringLiteral("This key fits your order.")},
+          {QStringLiteral("list_invalid_message"), QStringLiteral("This key does not belong to your order.")},
+      }
 {
     connect(host, &ZEFUIDialog::respondClosed, this, &FormSession::respond);
     for (ZEFDictionary& dictionary : m_request.dictionaries)
         m_dictionaries.append(&dictionary);
+    m_dictionaries.append(&m_ownTexts);
     fill();
     ZEFUIElement* element = host->element();
     element->setClientPID(static_cast<long>(clientPID));
@@ -62,7 +81,7 @@ void FormSession::fill()
 
     // Values come after the placeholders were filled: they are data, and a %{key} in one stays as it is.
     element->interpolate(m_dictionaries);
-    element->updateProperties(m_request.values);
+    setValues();
 
     for (const QString& name : m_request.displayedBy.keys())
         element->showChild(name, m_request.displayedBy.getString(name), &m_dictionaries);
@@ -82,11 +101,21 @@ void FormSession::fill()
         element->setChildFocus(m_request.focus);
 }
 
+void FormSession::setValues()
+{
+    m_host->element()->updateProperties(m_request.values);
+    for (const QString& key : m_request.values.keys()) {
+        const QStringList pieces = key.split(u'_');
+        if (ZEFFormatEdit* edit = formatEditMeant(m_host, pieces.at(0), pieces.at(1)))
+            edit->setText(m_request.values.getString(key));
+    }
+}
+
 void FormSession::respond(ZEFPipeFacilityInvocationContext* context, int selection) const
 {
     QVariantMap values;
     for (const QString& name : m_request.returned)
-        values.insert(name, valueOf(m_host->element(), name));
+        values.insert(name, valueOf(m_host, name));
     static_cast<RequestContext*>(context)->answer(FormAnswer::closed(selection, values));
 }
 

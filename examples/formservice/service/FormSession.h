@@ -33,9 +33,11 @@ public:
 private:
     FormSession(ZEFUIDialog* host, const FormRequest& request, qint64 clientPID);
     void fill();
+    void setValues();
     void respond(ZEFPipeFacilityInvocationContext* context, int selection) const;
 
     ZEFUIDialog* m_host;
     FormRequest m_request;
+    ZEFDictionary m_ownTexts;
     ZEFDictionaryList m_dictionaries;
 };
