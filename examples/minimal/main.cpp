@@ -1,5 +1,3 @@
-#include <ZEFDictionary.h>
-#include <ZEFDictionaryList.h>
 #include <ZEFUIDialog.h>
 #include <ZEFUIElement.h>
 
@@ -7,36 +5,28 @@
 
 class Delegate : public QObject {
     Q_OBJECT
-
 public:
+    ZEFUIElement* element = nullptr;
+
     Q_INVOKABLE void okButton_clicked(ZEFPipeFacilityInvocationContext*, QVariant nameEdit_text)
     {
-        qInfo("Hello, %s", qUtf8Printable(nameEdit_text.toString()));
+        qInfo().noquote() << "Hello," << nameEdit_text.toString();
         element->setCloseSelection(1);
         element->close();
     }
-
-    ZEFUIElement* element = nullptr;
 };
 
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    ZEFUIDialog* dialog =
-        ZEFUIDialog::create(QStringLiteral("greeting"), QStringLiteral("en"), nullptr, Qt::Dialog);
-    if (!dialog)
-        return 1;
-    ZEFDictionary texts{{QStringLiteral("service"), QStringLiteral("the minimal service")}};
-    ZEFDictionaryList dictionaries;
-    dictionaries.append(&texts);
+    application.setQuitOnLastWindowClosed(false); // a service outlives its forms
+    auto* dialog = ZEFUIDialog::create(QStringLiteral("greeting"), QString(), nullptr, Qt::Dialog);
     Delegate delegate;
     delegate.element = dialog->element();
-    delegate.element->interpolate(dictionaries);
     delegate.element->setDelegate(&delegate);
-    QObject::connect(dialog, &ZEFUIDialog::respondClosed,
-                     [](ZEFPipeFacilityInvocationContext*, int selection) { QApplication::exit(selection); });
+    QObject::connect(dialog, &ZEFUIDialog::respondClosed, &application,
+                     [](auto*, int selection) { QApplication::exit(selection); });
     delegate.element->show();
     return QApplication::exec();
 }
-
 #include "main.moc"
