@@ -21,6 +21,8 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false); // a service outlives its forms
     auto* dialog = ZEFUIDialog::create(QStringLiteral("greeting"), QString(), nullptr, Qt::Dialog);
+    if (!dialog)
+        return 1;
     Delegate delegate;
     delegate.element = dialog->element();
     delegate.element->setDelegate(&delegate);
