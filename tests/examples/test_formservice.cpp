@@ -53,6 +53,8 @@ private Q_SLOTS:
     void valuesAreData_data();
     void valuesAreData();
     void aHugeTextDoesNotMakeAHugeWindow();
+    void survivesOddProperties_data();
+    void survivesOddProperties();
     void clientTextIsNeverMarkup();
     void dictionariesAreSearchedInOrder();
     void showsHidesAndEnables();
@@ -118,7 +120,7 @@ ZEFUIDialog* FormServiceTest::open(QLocalSocket& client, const QByteArray& reque
             if (!before.contains(form))
                 opened = form;
         }
-        QVERIFY(QTest::qWaitForWindowExposed(opened));
+        QTRY_VERIFY(opened->isVisible());
     }();
     return opened;
 }
@@ -472,6 +474,38 @@ void FormServiceTest::aHugeTextDoesNotMakeAHugeWindow()
     const QSize screen = QGuiApplication::primaryScreen()->size();
     QVERIFY(form->width() <= screen.width());
     QVERIFY(form->height() <= screen.height());
+}
+
+void FormServiceTest::survivesOddProperties_data()
+{
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<QByteArray>("value");
+    const auto row = [](const char* property, const QByteArray& value) {
+        QTest::newRow(property) << QByteArray(property) << value;
+    };
+    row("productKey_objectName", "other");
+    row("productKey_format", "");
+    row("keyMessage_objectName", "other");
+    row("form_objectName", "close");
+    row("form_visible", "false");
+    row("form_enabled", "false");
+    row("okButton_objectName", "close");
+    row("_text", "unnamed");
+    row("okButton_", "x");
+    row("__", "x");
+}
+
+void FormServiceTest::survivesOddProperties()
+{
+    QFETCH(const QByteArray, property);
+    QFETCH(const QByteArray, value);
+    const auto client = connectClient();
+    ZEFUIDialog* form = open(*client,
+                             R"({"form": "activation", "dictionaries": [{"product_keys": "A"}], "set": {")"
+                                 + property + R"(": ")" + value + R"("}})");
+    QVERIFY(form);
+    form->close();
+    QCOMPARE(answer(*client), QByteArray(R"({"selection":0,"values":{}})"));
 }
 
 void FormServiceTest::clientTextIsNeverMarkup()

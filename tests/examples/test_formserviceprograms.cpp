@@ -41,6 +41,7 @@ private Q_SLOTS:
     void servesAThousandRequestsInARow();
     void servesRequestsSentAheadInOrder();
     void survivesTooManyWaitingRequests();
+    void sendsAwayAClientThatDoesNotRead();
     void theClientNoticesThatTheServiceDies();
     void theClientGivesUpInTime();
     void theClientReportsAMissingService();
@@ -309,6 +310,27 @@ void FormServiceProgramsTest::survivesTooManyWaitingRequests()
     QCOMPARE(socket.readAll(),
              QByteArray(R"({"error":"too many requests are waiting"})"
                         "\n"));
+    QCOMPARE(ask("{}"),
+             QByteArray(R"({"error":"\"form\" is missing"})"
+                        "\n"));
+}
+
+void FormServiceProgramsTest::sendsAwayAClientThatDoesNotRead()
+{
+    startService();
+    QLocalSocket socket;
+    socket.setReadBufferSize(1);
+    socket.connectToServer(path("socket"));
+    QVERIFY(socket.waitForConnected(patience));
+    // The answer to each quotes its name.
+    const QByteArray request = R"({"form": "/)" + QByteArray(500, 'x') + "\"}\n";
+    QDeadlineTimer deadline(patience);
+    while (socket.state() == QLocalSocket::ConnectedState && !deadline.hasExpired()) {
+        for (int i = 0; i < 1000; ++i)
+            socket.write(request);
+        while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(patience)) { }
+    }
+    QVERIFY(!deadline.hasExpired());
     QCOMPARE(ask("{}"),
              QByteArray(R"({"error":"\"form\" is missing"})"
                         "\n"));

@@ -8,12 +8,26 @@
 
 #include <QtNetwork/QLocalSocket>
 
+namespace {
+
+//! What a waiting line counts, so that many short ones do not wait for nothing.
+qsizetype weight(const std::optional<QByteArray>& line)
+{
+    constexpr qsizetype bookkeeping = 64;
+    return bookkeeping + (line ? line->size() : 0);
+}
+
+} // namespace
+
 ClientConnection::ClientConnection(QLocalSocket* socket, QObject* parent)
     : QObject(parent)
     , m_socket(socket)
     , m_clientPID(peerProcess(socket->socketDescriptor()).value_or(0))
 {
     m_socket->setParent(this);
+    m_next.setSingleShot(true);
+    m_next.setInterval(0);
+    connect(&m_next, &QTimer::timeout, this, &ClientConnection::serveNext);
     connect(m_socket, &QLocalSocket::readyRead, this, &ClientConnection::read);
     // Queued: writing an answer may notice that the client is gone, in the middle of closing the form.
     connect(m_socket, &QLocalSocket::disconnected, this, &ClientConnection::disconnected,
@@ -26,8 +40,10 @@ ClientConnection::ClientConnection(QLocalSocket* socket, QObject* parent)
 void ClientConnection::read()
 {
     const auto lines = m_splitter.feed(m_socket->readAll());
+    if (m_socket->state() != QLocalSocket::ConnectedState)
+        return;
     for (const std::optional<QByteArray>& line : lines)
-        m_waitingSize += line ? line->size() : 0;
+        m_waitingSize += weight(line);
     m_waiting.append(lines);
     if (m_waitingSize > MaximumWaiting) {
         m_waiting.clear();
@@ -44,7 +60,7 @@ void ClientConnection::serveNext()
     while (!m_busy && !m_waiting.isEmpty() && m_socket->state() == QLocalSocket::ConnectedState) {
         m_busy = true;
         const std::optional<QByteArray> line = m_waiting.takeFirst();
-        m_waitingSize -= line ? line->size() : 0;
+        m_waitingSize -= weight(line);
         if (line)
             serve(*line);
         else
@@ -74,8 +90,10 @@ void ClientConnection::send(const QByteArray& answer)
     m_session = nullptr;
     if (m_socket->state() == QLocalSocket::ConnectedState)
         m_socket->write(answer);
-    // Queued: an answer is sent while its form is still closing.
-    QMetaObject::invokeMethod(this, &ClientConnection::serveNext, Qt::QueuedConnection);
+    if (m_socket->bytesToWrite() > MaximumWaiting)
+        m_socket->abort();
+    // Not at once: an answer is sent while its form is still closing.
+    m_next.start();
 }
 
 void ClientConnection::disconnected()

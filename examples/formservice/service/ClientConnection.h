@@ -4,6 +4,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 
 class FormSession;
 class QLocalSocket;
@@ -16,7 +17,10 @@ class ClientConnection : public QObject {
     Q_OBJECT
 
 public:
-    //! Bytes of requests that may wait for the one in progress; beyond it the client is sent away.
+    /*!
+     * Bytes of requests that may wait for the one in progress, and of answers that may wait for the
+     * client to read them; beyond it the client is sent away.
+     */
     static constexpr qsizetype MaximumWaiting = 16 * LineSplitter::MaximumLineLength;
 
     //! Takes over the connected \a socket.
@@ -35,5 +39,6 @@ private:
     QList<std::optional<QByteArray>> m_waiting;
     qsizetype m_waitingSize = 0;
     bool m_busy = false;
+    QTimer m_next;
     QPointer<FormSession> m_session;
 };

@@ -106,6 +106,9 @@ ActivationDelegate::ActivationDelegate(ZEFUIDialog* host, const ZEFDictionaryLis
     , m_dictionaries(dictionaries)
 {
     auto* productKey = host->findChild<ZEFFormatEdit*>(QStringLiteral("productKey"));
+    // A client may set any property, names and formats included.
+    if (!productKey || productKey->lineEditCount() == 0)
+        return;
     // The format cannot give the first group both a least length and coercions.
     productKey->editor(0)->setMinLength(productKey->editor(0)->maxLength());
     productKey->setCellBottomHighlight(2, QColor(0x1d, 0x5f, 0xa8));
@@ -130,6 +133,8 @@ void ActivationDelegate::on_productKey_textChanged(QValidator::State validity)
 void ActivationDelegate::showKeyMessage(const QString& message)
 {
     auto* label = m_host->findChild<QLabel*>(QStringLiteral("keyMessage"));
+    if (!label)
+        return;
     label->setText(message);
     m_host->element()->interpolateWidget(label, m_dictionaries);
     fitToForm(m_host);
