@@ -18,6 +18,7 @@ constexpr const char* quickScript = R"({
     "activation": [{"click": "laterButton"}],
     "confirmation": [{"click": "okButton"}]})";
 const QByteArray signIn = R"({"form": "signin", "return": ["user.text"]})";
+const QByteArray formMissing = "{\"error\":\"\\\"form\\\" is missing\"}\n";
 const QByteArray signedIn = R"({"selection":1,"values":{"user.text":"anna"}})";
 
 } // namespace
@@ -284,14 +285,8 @@ void FormServiceProgramsTest::servesRequestsSentAheadInOrder()
     QByteArray answers;
     while (answers.count('\n') < 4 && socket.waitForReadyRead(patience))
         answers += socket.readAll();
-    QCOMPARE(answers,
-             signedIn
-                 + "\n"
-                   R"({"error":"\"form\" is missing"})"
-                   "\n"
-                   R"({"selection":3,"values":{}})"
-                   "\n"
-                 + signedIn + '\n');
+    const QByteArray postponed = R"({"selection":3,"values":{}})";
+    QCOMPARE(answers, signedIn + '\n' + formMissing + postponed + '\n' + signedIn + '\n');
 }
 
 void FormServiceProgramsTest::survivesTooManyWaitingRequests()
@@ -310,9 +305,7 @@ void FormServiceProgramsTest::survivesTooManyWaitingRequests()
     QCOMPARE(socket.readAll(),
              QByteArray(R"({"error":"too many requests are waiting"})"
                         "\n"));
-    QCOMPARE(ask("{}"),
-             QByteArray(R"({"error":"\"form\" is missing"})"
-                        "\n"));
+    QCOMPARE(ask("{}"), formMissing);
 }
 
 void FormServiceProgramsTest::sendsAwayAClientThatDoesNotRead()
@@ -323,7 +316,7 @@ void FormServiceProgramsTest::sendsAwayAClientThatDoesNotRead()
     socket.connectToServer(path("socket"));
     QVERIFY(socket.waitForConnected(patience));
     // The answer to each quotes its name.
-    const QByteArray request = R"({"form": "/)" + QByteArray(500, 'x') + "\"}\n";
+    const QByteArray request = "{\"form\": \"/" + QByteArray(500, 'x') + "\"}\n";
     QDeadlineTimer deadline(patience);
     while (socket.state() == QLocalSocket::ConnectedState && !deadline.hasExpired()) {
         for (int i = 0; i < 1000; ++i)
@@ -331,9 +324,7 @@ void FormServiceProgramsTest::sendsAwayAClientThatDoesNotRead()
         while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(patience)) { }
     }
     QVERIFY(!deadline.hasExpired());
-    QCOMPARE(ask("{}"),
-             QByteArray(R"({"error":"\"form\" is missing"})"
-                        "\n"));
+    QCOMPARE(ask("{}"), formMissing);
 }
 
 void FormServiceProgramsTest::theClientNoticesThatTheServiceDies()
