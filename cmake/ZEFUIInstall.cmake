@@ -24,6 +24,7 @@ if(NOT BUILD_SHARED_LIBS)
     endforeach()
 endif()
 if(ZEFUI_BUNDLED_BASE)
+    set_target_properties(zefui PROPERTIES INSTALL_RPATH "$ORIGIN")
     # It is installed beside this package, and no other one will do.
     set(base_packages "find_dependency(zefbase CONFIG PATHS \"\${CMAKE_CURRENT_LIST_DIR}/../zefbase\" NO_DEFAULT_PATH)
 find_dependency(zefpipe CONFIG PATHS \"\${CMAKE_CURRENT_LIST_DIR}/../zefpipe\" NO_DEFAULT_PATH)")
