@@ -13,6 +13,25 @@ install(TARGETS zefui EXPORT ZEFUITargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT ZEFUITargets NAMESPACE ZEFUI:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
 
+set(qt_components "Core Gui Widgets")
+set(private_packages "")
+if(NOT BUILD_SHARED_LIBS)
+    # The user of a static library links what the library itself uses.
+    string(APPEND qt_components " UiTools")
+    get_property(packages GLOBAL PROPERTY ZEFUI_PRIVATE_PACKAGES)
+    foreach(package IN LISTS packages)
+        string(APPEND private_packages "find_dependency(${package})\n")
+    endforeach()
+endif()
+if(ZEFUI_BUNDLED_BASE)
+    set_target_properties(zefui PROPERTIES INSTALL_RPATH "$ORIGIN")
+    # It is installed beside this package, and no other one will do.
+    set(base_packages "find_dependency(zefbase CONFIG PATHS \"\${CMAKE_CURRENT_LIST_DIR}/../zefbase\" NO_DEFAULT_PATH)
+find_dependency(zefpipe CONFIG PATHS \"\${CMAKE_CURRENT_LIST_DIR}/../zefpipe\" NO_DEFAULT_PATH)")
+else()
+    set(base_packages "find_dependency(zefbase)\nfind_dependency(zefpipe)")
+endif()
+
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZEFUIConfig.cmake.in
     ${PROJECT_BINARY_DIR}/generated/ZEFUIConfig.cmake
     INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
@@ -21,4 +40,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/generated/ZEFUIConfigVers
 install(FILES
         ${PROJECT_BINARY_DIR}/generated/ZEFUIConfig.cmake
         ${PROJECT_BINARY_DIR}/generated/ZEFUIConfigVersion.cmake
+        ${PROJECT_SOURCE_DIR}/cmake/ZEFUIForms.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
+
+# The functions of the package serve this build's own examples and tests too.
+include(ZEFUIForms)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <ZEFUIExport.h>
+
 #include <QtCore/QtGlobal>
 
 #include <optional>
@@ -10,9 +12,9 @@ class QWidget;
  * What the window system knows about the foreground window, the one the user works in.
  *
  * One source file per platform answers; the build picks it. No call blocks, and none fails when there
- * is no window manager.
+ * is no window manager. The class is exported for the tests only.
  */
-class ForegroundWindow {
+class ZEFUI_EXPORT ForegroundWindow {
 public:
     //! Answered for a foreground window whose owner cannot be told; no process has this id.
     static constexpr qint64 UnknownProcess = -1;
