@@ -25,6 +25,14 @@ public:
     //! Makes the window of \a widget the foreground window and puts it above the others.
     virtual void putInFront(QWidget* widget) = 0;
 
+    /*!
+     * Puts \a widget in front if the foreground window belongs to the process \a client, and only then:
+     * never in front of another application that the user has switched to. Process ids are unsigned
+     * 32 bit numbers here, whatever the sign that \a client was stored with. False when there is no
+     * foreground window.
+     */
+    static bool stepInFrontOf(qint64 client, QWidget* widget);
+
     //! The platform's answers, or those of the backend that a test has put in their place.
     static ForegroundWindow& instance();
     //! \a backend is not owned and must stay alive until it is replaced; null restores the platform's own.
