@@ -29,7 +29,7 @@ void ZEFBase::logDebug(const QString& line)
     if (handler)
         handler(line);
     else
-        qCDebug(logChannel).noquote() << line;
+        qCDebug(logChannel).noquote().nospace() << line;
 }
 
 ZEFBase::LogHandler ZEFBase::setLogHandler(LogHandler handler)

@@ -29,6 +29,10 @@ public:
      * through \a translator unless that is null. A %{key} that no dictionary holds stays as it
      * stands, as does a "%{" without its "}". Replaced text is not searched again, so a value can
      * never smuggle in a placeholder.
+     *
+     * A key reaches up to the next "}". In "%{a%{b}" the outer key "a%{b" wins if it is held, else the
+     * inner "b". From the placeholder on that would make the result longer than 64 Mi
+     * characters, they stay as they stand.
      */
     QString interpolateString(const QString& text, QTranslator* translator) const;
 

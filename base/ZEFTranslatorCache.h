@@ -19,14 +19,17 @@ public:
     /*!
      * The translator :/i18n/<base>_<locale>.qm for \a fileName (<base>.qm, or just the base), else the
      * one for the locale without its last part (de for de_AT), else the same names in the folder
-     * "translations" beside the executable. Null when there is none; misses are remembered too. A
-     * locale that is not a plain name ("../x") has none. The cache owns what it returns.
+     * "translations" beside the executable. Null when there is none; misses are remembered too.
+     *
+     * A locale has at most 64 letters, digits and separators ('_', '-', '.', '@'); there is none for
+     * any other name ("../x"). The cache owns what it returns until the last release.
      */
     static QTranslator* translatorForLocale(const QString& fileName, const QString& locale);
 
     /*!
      * The translation of \a text in the context "zefmain", else in the empty context. \a ok, which may
      * be null, says whether there was one; without one, or with a null translator, \a text comes back.
+     * An empty text has no translation.
      */
     static QString localizeString(const QString& text, QTranslator* translator, bool* ok);
 };

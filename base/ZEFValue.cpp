@@ -1,5 +1,7 @@
 #include <ZEFValue.h>
 
+#include <algorithm>
+
 ZEFValue::ZEFValue() = default;
 
 ZEFValue::ZEFValue(const QString& text)
@@ -9,8 +11,13 @@ ZEFValue::ZEFValue(const QString& text)
 
 long ZEFValue::asLong() const
 {
-    // long has 32 bits on Windows: the same text means the same number everywhere
-    return m_text.trimmed().toInt();
+    // Plain digits only, whatever digits and signs Qt knows. And long has 32 bits on Windows: the same
+    // text means the same number everywhere.
+    const QString number = m_text.trimmed();
+    const bool isSigned = number.startsWith(u'-') || number.startsWith(u'+');
+    const QStringView digits = QStringView(number).mid(isSigned ? 1 : 0);
+    const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    return std::all_of(digits.cbegin(), digits.cend(), isDigit) ? number.toInt() : 0;
 }
 
 QString ZEFValue::asString() const

@@ -13,6 +13,24 @@ install(TARGETS zefui EXPORT ZEFUITargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT ZEFUITargets NAMESPACE ZEFUI:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
 
+set(qt_components "Core Gui Widgets")
+set(private_packages "")
+if(NOT BUILD_SHARED_LIBS)
+    # The user of a static library links what the library itself uses.
+    string(APPEND qt_components " UiTools")
+    get_property(packages GLOBAL PROPERTY ZEFUI_PRIVATE_PACKAGES)
+    foreach(package IN LISTS packages)
+        string(APPEND private_packages "find_dependency(${package})\n")
+    endforeach()
+endif()
+if(ZEFUI_BUNDLED_BASE)
+    # It is installed beside this package, and no other one will do.
+    set(base_packages "find_dependency(zefbase CONFIG PATHS \"\${CMAKE_CURRENT_LIST_DIR}/../zefbase\" NO_DEFAULT_PATH)
+find_dependency(zefpipe CONFIG PATHS \"\${CMAKE_CURRENT_LIST_DIR}/../zefpipe\" NO_DEFAULT_PATH)")
+else()
+    set(base_packages "find_dependency(zefbase)\nfind_dependency(zefpipe)")
+endif()
+
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZEFUIConfig.cmake.in
     ${PROJECT_BINARY_DIR}/generated/ZEFUIConfig.cmake
     INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)

@@ -85,8 +85,9 @@ bool ZEFUIElement::setChildBackground(const QString& name, const QPixmap& pixmap
     if (!child)
         return false;
     child->setAutoFillBackground(true);
-    const QPixmap texture =
-        scaled ? pixmap.scaled(child->size(), Qt::IgnoreAspectRatio, Qt::FastTransformation) : pixmap;
+    const QPixmap texture = scaled && !pixmap.isNull()
+        ? pixmap.scaled(child->size(), Qt::IgnoreAspectRatio, Qt::FastTransformation)
+        : pixmap;
     QPalette palette = child->palette();
     palette.setBrush(child->backgroundRole(), QBrush(texture));
     child->setPalette(palette);

@@ -105,6 +105,10 @@ void ZEFUIElement::dispatch(QObject* sender, const char* signal)
     if (!values || values->size() > maximumValueCount)
         return;
 
+    // by this name a call is queued to a delegate that lives in another thread
+    static const int contextType =
+        qRegisterMetaType<ZEFPipeFacilityInvocationContext*>("ZEFPipeFacilityInvocationContext*");
+    Q_UNUSED(contextType)
     ZEFPipeFacilityInvocationContext* context = d->context;
     std::array<QGenericArgument, maximumValueCount + 1> arguments;
     arguments[0] = QGenericArgument("ZEFPipeFacilityInvocationContext*", &context);

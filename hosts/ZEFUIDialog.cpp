@@ -1,5 +1,6 @@
 #include <ZEFUIDialog.h>
 
+#include <ZEFCommandLinkButton.h>
 #include <ZEFUIElement.h>
 
 #include <element/ZEFUIElementPrivate.h>
@@ -8,6 +9,22 @@
 #include <QtCore/QTimer>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QLayout>
+
+#include <algorithm>
+
+namespace {
+
+//! The command link that Enter and Return press, or null. The links of other windows are not asked.
+ZEFCommandLinkButton* defaultCommandLink(const QWidget* dialog)
+{
+    const auto links = dialog->findChildren<ZEFCommandLinkButton*>();
+    const auto found = std::find_if(links.begin(), links.end(), [&](const ZEFCommandLinkButton* link) {
+        return link->isDefault() && link->isVisible() && link->window() == dialog->window();
+    });
+    return found == links.end() ? nullptr : *found;
+}
+
+} // namespace
 
 ZEFUIDialog::ZEFUIDialog(const QString& form, const QString& locale, QWidget* parent, Qt::WindowFlags flags,
                          ZEFPipeFacilityInvocationContext* context)
@@ -86,6 +103,14 @@ void ZEFUIDialog::keyPressEvent(QKeyEvent* e)
     if (!e)
         return;
     const int key = e->key();
+    if (key == Qt::Key_Enter || key == Qt::Key_Return) {
+        if (ZEFCommandLinkButton* link = defaultCommandLink(this)) {
+            // A disabled default link swallows the key; an enabled one may delete this dialog.
+            if (link->isEnabled())
+                link->keyPressByDefault(e);
+            return;
+        }
+    }
     const QPointer<ZEFUIDialog> self(this);
     Q_EMIT dialog_key_pressed(key);
     if (!self)

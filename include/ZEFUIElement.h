@@ -201,7 +201,8 @@ public:
     /*!
      * Calls the delegate's method <objectName of sender>_<signal> with the context and the values of
      * the properties that its parameter names ask for: a QVariant parameter nameEdit_text receives
-     * the text of the widget nameEdit. Up to nine values. The method may delete the form.
+     * the text of the widget nameEdit. Up to nine values. The method may delete the form. A delegate in
+     * another thread is called from that thread's event loop; the form and its context may be gone by then.
      */
     void dispatch(QObject* sender, const char* signal);
     //! The index of the delegate's first method called \a name; -1 without one or without a delegate.

@@ -35,7 +35,7 @@ class ForeignProcess {
 public:
     ForeignProcess()
     {
-        m_process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/foreignwindow.exe"), {});
+        m_process.start(QCoreApplication::applicationDirPath() + u'/' + QStringLiteral(FOREIGN_WINDOW_PROGRAM), {});
         m_window = readLine().toULongLong();
     }
     ~ForeignProcess() { end(); }

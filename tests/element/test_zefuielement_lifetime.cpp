@@ -1,0 +1,484 @@
+#include "ElementTest.h"
+
+#include <platform/ForegroundWindow.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtWidgets/QPushButton>
+
+class TestZEFUIElementLifetime : public ElementTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void childrenInOrderWithoutDuplicates();
+    void childAtAnInvalidIndex_data();
+    void childAtAnInvalidIndex();
+    void nullAndSelfAreNoChildren();
+    void deletingAParentDeletesItsChildren();
+    void deletingAChildLeavesTheParentsList();
+    void foreignChildMayDieFirst();
+    void removedChildOutlivesItsFormerParent();
+    void childOfTwoParents();
+    void ringOfElements();
+    void parentHostDeletedWhileChildHostIsOpen();
+    void elementMayDieBeforeItsHost();
+    void setClosingWithTheHost();
+    void setClosingForgetsTheHost();
+    void setClosingAfterTheHostIsGone();
+    void closingIsOneWay();
+    void closeSelection();
+    void closeAnswersAndDeletesAtOnce();
+    void closeOfAFormlessHost();
+    void closeOfAPlainWidget();
+    void closeFromTheClosingSignal();
+    void destroyTwice();
+    void showShowsAHiddenHost();
+    void tickShowsAHiddenHost();
+    void tickDestroysAClosedHost();
+    void tickAfterForgettingStops();
+    void tickRestoresTheGeometry();
+    void tickThatMayNotRaise();
+    void activateAndRaiseWritesItsLine();
+    void deletedInsideTheTick();
+    void lookups();
+    void lookupsWithNull();
+    void derivedHostIsNotRecognised();
+};
+
+void TestZEFUIElementLifetime::childrenInOrderWithoutDuplicates()
+{
+    ZEFUIElement parent(nullptr, nullptr, nullptr, 0);
+    auto* first = new ZEFUIElement(nullptr, &parent, nullptr, 0);
+    auto* second = new ZEFUIElement(nullptr, &parent, nullptr, 0);
+    QCOMPARE(parent.childElementCount(), 2);
+    QCOMPARE(parent.childElement(0), first);
+    QCOMPARE(parent.childElement(1), second);
+    parent.addChildElement(first);
+    QCOMPARE(parent.childElementCount(), 2);
+    parent.removeChildElement(first);
+    QCOMPARE(parent.childElementCount(), 1);
+    QCOMPARE(parent.childElement(0), second);
+    parent.removeChildElement(first);
+    parent.removeChildElement(nullptr);
+    parent.addChildElement(first);
+    QCOMPARE(parent.childElement(1), first);
+}
+
+void TestZEFUIElementLifetime::childAtAnInvalidIndex_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::newRow("before the first") << -1;
+    QTest::newRow("after the last") << 1;
+    QTest::newRow("far away") << 1000000000;
+}
+
+void TestZEFUIElementLifetime::childAtAnInvalidIndex()
+{
+    QFETCH(int, index);
+    ZEFUIElement parent(nullptr, nullptr, nullptr, 0);
+    new ZEFUIElement(nullptr, &parent, nullptr, 0);
+    QVERIFY(!parent.childElement(index));
+}
+
+void TestZEFUIElementLifetime::nullAndSelfAreNoChildren()
+{
+    ZEFUIElement parent(nullptr, nullptr, nullptr, 0);
+    parent.addChildElement(nullptr);
+    parent.addChildElement(&parent);
+    QCOMPARE(parent.childElementCount(), 0);
+}
+
+void TestZEFUIElementLifetime::deletingAParentDeletesItsChildren()
+{
+    auto parent = std::make_unique<ZEFUIElement>(nullptr, nullptr, nullptr, 0);
+    int contexts = 0;
+    QWidget host;
+    const QPointer<ZEFUIElement> child(
+        new ZEFUIElement(&host, parent.get(), new CountingContext(&contexts), 0));
+    const QPointer<ZEFUIElement> grandChild(
+        new ZEFUIElement(nullptr, child, new CountingContext(&contexts), 0));
+    parent.reset();
+    QVERIFY(!child);
+    QVERIFY(!grandChild);
+    QCOMPARE(contexts, 2);
+    QVERIFY(host.isHidden()); // the host is not touched
+}
+
+void TestZEFUIElementLifetime::deletingAChildLeavesTheParentsList()
+{
+    ZEFUIElement parent(nullptr, nullptr, nullptr, 0);
+    auto child = std::make_unique<ZEFUIElement>(nullptr, &parent, nullptr, 0);
+    child.reset();
+    QCOMPARE(parent.childElementCount(), 0);
+}
+
+void TestZEFUIElementLifetime::foreignChildMayDieFirst()
+{
+    auto parent = std::make_unique<ZEFUIElement>(nullptr, nullptr, nullptr, 0);
+    auto foreign = std::make_unique<ZEFUIElement>(nullptr, nullptr, nullptr, 0);
+    parent->addChildElement(foreign.get());
+    foreign.reset();
+    QCOMPARE(parent->childElementCount(), 0);
+    parent.reset();
+}
+
+void TestZEFUIElementLifetime::removedChildOutlivesItsFormerParent()
+{
+    auto parent = std::make_unique<ZEFUIElement>(nullptr, nullptr, nullptr, 0);
+    auto child = std::make_unique<ZEFUIElement>(nullptr, parent.get(), nullptr, 0);
+    parent->removeChildElement(child.get());
+    parent.reset();
+    child->setLocale(u"en"_s);
+    child.reset();
+}
+
+void TestZEFUIElementLifetime::childOfTwoParents()
+{
+    auto first = std::make_unique<ZEFUIElement>(nullptr, nullptr, nullptr, 0);
+    auto second = std::make_unique<ZEFUIElement>(nullptr, nullptr, nullptr, 0);
+    const QPointer<ZEFUIElement> child(new ZEFUIElement(nullptr, first.get(), nullptr, 0));
+    second->addChildElement(child);
+    first.reset();
+    QVERIFY(!child);
+    QCOMPARE(second->childElementCount(), 0);
+}
+
+void TestZEFUIElementLifetime::ringOfElements()
+{
+    auto* first = new ZEFUIElement(nullptr, nullptr, nullptr, 0);
+    const QPointer<ZEFUIElement> second(new ZEFUIElement(nullptr, first, nullptr, 0));
+    second->addChildElement(first);
+    delete first;
+    QVERIFY(!second);
+}
+
+void TestZEFUIElementLifetime::parentHostDeletedWhileChildHostIsOpen()
+{
+    int contexts = 0;
+    auto parent = std::make_unique<ZEFUIWidget>(u"labels"_s, u"en"_s, nullptr, Qt::Window,
+                                                new CountingContext(&contexts));
+    const QPointer<ZEFUIDialog> child(
+        new ZEFUIDialog(u"names"_s, u"en"_s, parent.get(), Qt::Dialog, new CountingContext(&contexts)));
+    const QPointer<ZEFUIElement> childElement(child->element());
+    QCOMPARE(parent->element()->childElement(0), childElement);
+    parent->show();
+    child->show();
+    parent.reset();
+    QVERIFY(!child);
+    QVERIFY(!childElement);
+    QCOMPARE(contexts, 2);
+}
+
+void TestZEFUIElementLifetime::elementMayDieBeforeItsHost()
+{
+    ZEFUIDialog dialog(u"names"_s, u"en"_s, nullptr, Qt::Dialog, nullptr);
+    QSignalSpy closed(&dialog, &ZEFUIDialog::respondClosed);
+    dialog.show();
+    delete dialog.element();
+    QVERIFY(!dialog.element());
+    dialog.findChild<QPushButton*>(u"okButton"_s)->click();
+    QTest::keyClick(&dialog, Qt::Key_A);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    dialog.show();
+    dialog.close();
+    dialog.setFixedSize(true);
+    QVERIFY(!ZEFUIElement::elementFromQObject(&dialog));
+    QCOMPARE(closed.count(), 0);
+
+    ZEFUIWidget widget(u"names"_s, u"en"_s, nullptr, Qt::Window, nullptr);
+    widget.show();
+    delete widget.element();
+    widget.findChild<QPushButton*>(u"close"_s)->click();
+    QTest::keyClick(&widget, Qt::Key_Escape);
+    QVERIFY(!widget.isVisible());
+}
+
+void TestZEFUIElementLifetime::setClosingWithTheHost()
+{
+    QWidget host;
+    host.show();
+    ZEFUIElement element(&host, nullptr, nullptr, 0);
+    QSignalSpy closing(&element, &ZEFUIElement::closing);
+    bool closingAlready = false;
+    connect(&element, &ZEFUIElement::closing, this,
+            [&] { closingAlready = element.isClosing() && !host.isVisible(); });
+    element.setClosing(true);
+    QVERIFY(element.isClosing());
+    QVERIFY(closingAlready);
+    QVERIFY(!ZEFUIElementPrivate::get(&element)->mayRaise);
+    QCOMPARE(element.widget(), &host);
+    element.setClosing(true);
+    QCOMPARE(closing.count(), 2); // every call
+}
+
+void TestZEFUIElementLifetime::setClosingForgetsTheHost()
+{
+    QWidget host;
+    host.show();
+    ZEFUIElement element(&host, nullptr, nullptr, 0);
+    QSignalSpy closing(&element, &ZEFUIElement::closing);
+    element.setClosing(false);
+    QVERIFY(element.isClosing());
+    QVERIFY(!element.widget());
+    QVERIFY(host.isVisible());
+    QCOMPARE(closing.count(), 1);
+    element.close();
+    element.destroy();
+    element.show();
+    element.activateAndRaise();
+    QVERIFY(!element.bringToFront(true));
+    QVERIFY(host.isVisible());
+    QCOMPARE(closing.count(), 1);
+    TestLog::takeAll();
+}
+
+void TestZEFUIElementLifetime::setClosingAfterTheHostIsGone()
+{
+    auto host = std::make_unique<QWidget>();
+    ZEFUIElement element(host.get(), nullptr, nullptr, 0);
+    QSignalSpy closing(&element, &ZEFUIElement::closing);
+    host.reset();
+    element.setClosing(true);
+    QCOMPARE(closing.count(), 1);
+    QVERIFY(!element.widget());
+}
+
+void TestZEFUIElementLifetime::closingIsOneWay()
+{
+    QWidget host;
+    ZEFUIElement element(&host, nullptr, nullptr, 0);
+    element.setClosing(true);
+    element.show();
+    element.setFormPath(u"labels"_s);
+    element.bringToFront(true);
+    QVERIFY(element.isClosing());
+}
+
+void TestZEFUIElementLifetime::closeSelection()
+{
+    QWidget host;
+    ZEFUIElement element(&host, nullptr, nullptr, 0);
+    QCOMPARE(element.closeSelection(), 0);
+    element.setCloseSelection(-3);
+    QCOMPARE(element.closeSelection(), -3);
+}
+
+void TestZEFUIElementLifetime::closeAnswersAndDeletesAtOnce()
+{
+    int contexts = 0;
+    const QPointer<ZEFUIWidget> host(
+        new ZEFUIWidget(u"labels"_s, u"en"_s, nullptr, Qt::Window, new CountingContext(&contexts)));
+    const QPointer<ZEFUIElement> element(host->element());
+    QSignalSpy closing(element, &ZEFUIElement::closing);
+    QList<int> answers;
+    connect(host, &ZEFUIWidget::respondClosed, this,
+            [&](ZEFPipeFacilityInvocationContext* context, int selection) {
+                QVERIFY(context);
+                QCOMPARE(contexts, 0);
+                answers.append(selection);
+            });
+    host->show();
+    element->setCloseSelection(4);
+    element->close();
+    QVERIFY(!host);
+    QVERIFY(!element);
+    QCOMPARE(answers, QList<int>{4});
+    QCOMPARE(contexts, 1);
+    QCOMPARE(closing.count(), 2); // in the host's close event, and by close() itself
+}
+
+void TestZEFUIElementLifetime::closeOfAFormlessHost()
+{
+    const QPointer<ZEFUIDialog> host(new ZEFUIDialog);
+    QSignalSpy answers(host, &ZEFUIDialog::respondClosed);
+    host->element()->close();
+    QVERIFY(!host);
+    QCOMPARE(answers.count(), 1);
+}
+
+void TestZEFUIElementLifetime::closeOfAPlainWidget()
+{
+    const QPointer<QWidget> host(new QWidget);
+    ZEFUIElement element(host, nullptr, nullptr, 0);
+    host->show();
+    element.close();
+    QVERIFY(!host);
+    QVERIFY(element.isClosing());
+    // the tick finds no widget, stops and touches nothing
+    QTRY_VERIFY(!ZEFUIElementPrivate::get(&element)->housekeepingTimer.isActive());
+    element.destroy();
+}
+
+void TestZEFUIElementLifetime::closeFromTheClosingSignal()
+{
+    const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"labels"_s, u"en"_s, nullptr, Qt::Window, nullptr));
+    host->show();
+    connect(host->element(), &ZEFUIElement::closing, this, [&] {
+        if (host)
+            delete host;
+    });
+    host->element()->setClosing(true);
+    QVERIFY(!host);
+}
+
+void TestZEFUIElementLifetime::destroyTwice()
+{
+    const QPointer<QWidget> host(new QWidget);
+    ZEFUIElement element(host, nullptr, nullptr, 0);
+    element.destroy();
+    QVERIFY(!host);
+    element.destroy();
+    element.widgetDestroyed();
+    QVERIFY(!element.widget());
+}
+
+void TestZEFUIElementLifetime::showShowsAHiddenHost()
+{
+    ZEFUIWidget host(u"labels"_s, u"en"_s, nullptr, Qt::Window, nullptr);
+    QVERIFY(!host.isVisible());
+    host.element()->show();
+    QVERIFY(host.isVisible());
+}
+
+void TestZEFUIElementLifetime::tickShowsAHiddenHost()
+{
+    ZEFUIWidget host(u"labels"_s, u"en"_s, nullptr, Qt::Window, nullptr);
+    QTRY_VERIFY(host.isVisible());
+    host.hide();
+    QTRY_VERIFY(host.isVisible());
+}
+
+void TestZEFUIElementLifetime::tickDestroysAClosedHost()
+{
+    const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"labels"_s, u"en"_s, nullptr, Qt::Window, nullptr));
+    QTimer& timer = ZEFUIElementPrivate::get(host->element())->housekeepingTimer;
+    host->element()->setClosing(true);
+    QVERIFY(timer.isActive());
+    host->element()->housekeeping();
+    QVERIFY(!timer.isActive());
+    QVERIFY(host); // a millisecond later
+    QTRY_VERIFY(!host);
+}
+
+void TestZEFUIElementLifetime::tickAfterForgettingStops()
+{
+    QWidget host;
+    ZEFUIElement element(&host, nullptr, nullptr, 0);
+    QSignalSpy closing(&element, &ZEFUIElement::closing);
+    element.setClosing(false);
+    QCOMPARE(closing.count(), 1);
+    element.housekeeping();
+    QVERIFY(!ZEFUIElementPrivate::get(&element)->housekeepingTimer.isActive());
+    QCOMPARE(closing.count(), 1);
+
+    ZEFUIElement forgotten(&host, nullptr, nullptr, 0);
+    QSignalSpy forgottenClosing(&forgotten, &ZEFUIElement::closing);
+    forgotten.widgetDestroyed();
+    forgotten.housekeeping();
+    QCOMPARE(forgottenClosing.count(), 1);
+    QVERIFY(forgotten.isClosing());
+}
+
+void TestZEFUIElementLifetime::tickRestoresTheGeometry()
+{
+    QWidget host;
+    ZEFUIElement element(&host, nullptr, nullptr, 0);
+    ZEFUIElementPrivate* d = ZEFUIElementPrivate::get(&element);
+    d->savedPosition = QPoint(120, 130);
+    d->savedSize = QSize(310, 220);
+    d->geometryPending = true;
+    d->mayRaise = false;
+    element.housekeeping();
+    QVERIFY(d->geometryPending);
+    d->mayRaise = true;
+    TestLog::takeAll();
+    element.housekeeping();
+    QVERIFY(!d->geometryPending);
+    QCOMPARE(host.size(), QSize(310, 220));
+    QCOMPARE(host.pos(), QPoint(120, 130));
+    QCOMPARE(TestLog::takeAll(),
+             QStringList(u"log: ZEFUIDialog Activate and raise window "_s
+                         + QString::number(reinterpret_cast<quintptr>(&element), 16)));
+    QVERIFY(!host.isVisible()); // that tick does nothing else
+}
+
+void TestZEFUIElementLifetime::tickThatMayNotRaise()
+{
+    QWidget host;
+    ZEFUIElement element(&host, nullptr, nullptr, 0);
+    ZEFUIElementPrivate::get(&element)->mayRaise = false;
+    TestLog::takeAll();
+    element.housekeeping();
+    QCOMPARE(TestLog::takeAll(), QStringList(u"log: Not Bringing to front!"_s));
+    QVERIFY(!host.isVisible());
+}
+
+void TestZEFUIElementLifetime::activateAndRaiseWritesItsLine()
+{
+    QWidget host;
+    ZEFUIElement element(&host, nullptr, nullptr, 0);
+    TestLog::takeAll();
+    element.activateAndRaise();
+    QCOMPARE(TestLog::takeAll(),
+             QStringList(u"log: ZEFUIDialog Activate and raise window "_s
+                         + QString::number(reinterpret_cast<quintptr>(&element), 16)));
+}
+
+void TestZEFUIElementLifetime::deletedInsideTheTick()
+{
+    auto* host = new QWidget;
+    const QPointer<ZEFUIElement> element(new ZEFUIElement(host, nullptr, nullptr, 0));
+    connect(element, &ZEFUIElement::closing, this, [&] { delete element; });
+    delete host;
+    QTRY_VERIFY(!element);
+}
+
+void TestZEFUIElementLifetime::lookups()
+{
+    ZEFUIDialog dialog(u"names"_s, u"en"_s, nullptr, Qt::Dialog, nullptr);
+    auto* button = dialog.findChild<QPushButton*>(u"okButton"_s);
+    QCOMPARE(ZEFUIElement::elementFromQObject(&dialog), dialog.element());
+    QVERIFY(!ZEFUIElement::elementFromQObject(button));
+    QCOMPARE(ZEFUIElement::elementFromChild(button), dialog.element());
+    QCOMPARE(ZEFUIElement::elementFromChild(&dialog), dialog.element());
+    QCOMPARE(ZEFUIElement::dialogFromChild(button), &dialog);
+    QCOMPARE(ZEFUIElement::dialogFromChild(&dialog), &dialog);
+    QVERIFY(!ZEFUIElement::widgetFromChild(button));
+
+    auto* inner = new ZEFUIWidget(u"labels"_s, u"en"_s, &dialog, Qt::WindowFlags(), nullptr);
+    auto* label = inner->findChild<QWidget*>(u"one"_s);
+    QCOMPARE(ZEFUIElement::elementFromChild(label), inner->element());
+    // a host that has a parent is not the top-most ancestor
+    QVERIFY(!ZEFUIElement::widgetFromChild(label));
+    QCOMPARE(ZEFUIElement::dialogFromChild(label), &dialog);
+
+    const ZEFUIWidget top(u"labels"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
+    QCOMPARE(ZEFUIElement::widgetFromChild(top.findChild<QWidget*>(u"one"_s)), &top);
+    QVERIFY(!ZEFUIElement::dialogFromChild(top.findChild<QWidget*>(u"one"_s)));
+}
+
+void TestZEFUIElementLifetime::lookupsWithNull()
+{
+    QVERIFY(!ZEFUIElement::elementFromQObject(nullptr));
+    QVERIFY(!ZEFUIElement::elementFromChild(nullptr));
+    QVERIFY(!ZEFUIElement::dialogFromChild(nullptr));
+    QVERIFY(!ZEFUIElement::widgetFromChild(nullptr));
+    QObject stranger;
+    QVERIFY(!ZEFUIElement::elementFromChild(&stranger));
+}
+
+class DerivedDialog : public ZEFUIDialog {
+    Q_OBJECT
+};
+
+void TestZEFUIElementLifetime::derivedHostIsNotRecognised()
+{
+    DerivedDialog derived;
+    QVERIFY(!ZEFUIElement::elementFromQObject(&derived));
+    QVERIFY(!ZEFUIElement::dialogFromChild(&derived));
+    const ZEFUIWidget child(&derived);
+    QVERIFY(child.element());
+    QCOMPARE(derived.element()->childElementCount(), 0);
+}
+
+ZEF_TEST_MAIN(TestZEFUIElementLifetime)
+#include "test_zefuielement_lifetime.moc"

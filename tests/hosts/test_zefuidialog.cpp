@@ -1,0 +1,480 @@
+#include "ElementTest.h"
+
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLayout>
+#include <QtWidgets/QPushButton>
+
+class TestZEFUIDialog : public ElementTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void metaMembersStandInOrder();
+    void formConstructor();
+    void formlessConstructor();
+    void formConstructorWritesTheFormName();
+    void modality();
+    void createReturnsAFixedDialog();
+    void createWritesTheFormName();
+    void createKeepsTheDialogOfAMissingForm();
+    void fixedSize();
+    void fixedSizeWithoutAForm();
+    void closeAnswersOnce();
+    void closeIsFollowedByDestruction();
+    void escapeAnswersAndClosesLater();
+    void escapeSwitchedOff();
+    void escapeAfterCloseAnswersOnce();
+    void escapeTwiceAnswersOnce();
+    void escapeAnswersForAnElementMarkedClosing();
+    void escapeAfterForgettingTheDialog();
+    void keysAreAnnounced();
+    void keyReceiverMayDeleteTheDialog();
+    void mouseReleasesAreAnnounced_data();
+    void mouseReleasesAreAnnounced();
+    void showAndHideAreAnnouncedFirst();
+    void showOrHideReceiverMayClose_data();
+    void showOrHideReceiverMayClose();
+    void executedDialogAnswers();
+    void receiverMayDeleteTheHost_data();
+    void receiverMayDeleteTheHost();
+    void rejectedAndAcceptedReappear();
+    void closeWidgetClosesTheDialog();
+};
+
+namespace {
+
+std::unique_ptr<ZEFUIDialog> makeDialog(ZEFPipeFacilityInvocationContext* context = nullptr)
+{
+    return std::make_unique<ZEFUIDialog>(u"names"_s, u"en"_s, nullptr, Qt::Dialog, context);
+}
+
+//! A press of that key sent to the dialog itself.
+void press(QWidget* widget, Qt::Key key)
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+} // namespace
+
+void TestZEFUIDialog::metaMembersStandInOrder()
+{
+    const QMetaObject& meta = ZEFUIDialog::staticMetaObject;
+    QCOMPARE(meta.superClass(), &QDialog::staticMetaObject);
+    QStringList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const bool signal = meta.method(i).methodType() == QMetaMethod::Signal;
+        methods.append((signal ? u"signal "_s : u"slot "_s)
+                       + QString::fromLatin1(meta.method(i).methodSignature() + ' '
+                                             + meta.method(i).parameterNames().join(',')));
+    }
+    QCOMPARE(methods,
+             QStringList({u"signal respondClosed(ZEFPipeFacilityInvocationContext*,int) context,selection"_s,
+                          u"signal dialog_clicked() "_s, u"signal dialog_key_pressed(int) key"_s,
+                          u"signal dialog_show() "_s, u"signal dialog_hide() "_s,
+                          u"slot clicked(bool) checked"_s, u"slot clicked() "_s, u"slot rootClosed() "_s}));
+}
+
+void TestZEFUIDialog::formConstructor()
+{
+    int deletions = 0;
+    auto* context = new CountingContext(&deletions);
+    const auto dialog = makeDialog(context);
+    QCOMPARE(dialog->element()->widget(), dialog.get());
+    QCOMPARE(dialog->element()->context(), context);
+    QCOMPARE(dialog->element()->clientPID(), 0L);
+    QVERIFY(dialog->element()->loaded());
+}
+
+void TestZEFUIDialog::formlessConstructor()
+{
+    // Unlike the widget host: a dialog as parent, and on top of the others.
+    ZEFUIDialog dialog;
+    QVERIFY(dialog.windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(!dialog.element()->loaded());
+    QCOMPARE(TestLog::take(u"debug: "_s), QStringList());
+    QCOMPARE(dialog.windowModality(), Qt::NonModal);
+    const auto* child = new ZEFUIDialog(&dialog);
+    QCOMPARE(dialog.element()->childElement(0), child->element());
+    QCOMPARE(child->windowModality(), Qt::NonModal);
+}
+
+void TestZEFUIDialog::formConstructorWritesTheFormName()
+{
+    const ZEFUIDialog dialog(u"%s%n%1"_s, u"en"_s, nullptr, Qt::Dialog, nullptr);
+    const QStringList lines = withoutRefusedConnections(TestLog::takeAll());
+    QCOMPARE(lines.at(0), u"debug: formpath in ZEFUIDialog is %s%n%1"_s);
+    QVERIFY(lines.at(1).startsWith(u"log: ZEFUIElement with parent: 0"));
+}
+
+void TestZEFUIDialog::modality()
+{
+    QWidget parent;
+    const ZEFUIDialog child(u"labels"_s, u"en"_s, &parent, Qt::Dialog, nullptr);
+    QCOMPARE(child.windowModality(), Qt::WindowModal);
+    const ZEFUIDialog orphan(u"labels"_s, u"en"_s, nullptr, Qt::Dialog, nullptr);
+    QCOMPARE(orphan.windowModality(), Qt::NonModal);
+}
+
+void TestZEFUIDialog::createReturnsAFixedDialog()
+{
+    const std::unique_ptr<ZEFUIDialog> dialog(ZEFUIDialog::create(u"labels"_s, u"de"_s, nullptr, Qt::Dialog));
+    QVERIFY(dialog);
+    QVERIFY(dialog->element()->loaded());
+    QCOMPARE(dialog->layout()->sizeConstraint(), QLayout::SetFixedSize);
+    QVERIFY(!dialog->element()->context());
+}
+
+void TestZEFUIDialog::createWritesTheFormName()
+{
+    const std::unique_ptr<ZEFUIDialog> dialog(ZEFUIDialog::create(u"labels"_s, u"de"_s, nullptr, Qt::Dialog));
+    QCOMPARE(TestLog::take(u"debug: "_s),
+             QStringList({u"debug: ZEFUIDialog::create form: labels"_s,
+                          u"debug: formpath in ZEFUIDialog is labels"_s}));
+}
+
+void TestZEFUIDialog::createKeepsTheDialogOfAMissingForm()
+{
+    const QWidgetList before = QApplication::topLevelWidgets();
+    QVERIFY(!ZEFUIDialog::create(u"missing"_s, u"en"_s, nullptr, Qt::Dialog));
+    TestLog::take(u"debug: "_s);
+    QPointer<ZEFUIDialog> kept;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (!before.contains(widget))
+            kept = qobject_cast<ZEFUIDialog*>(widget);
+    }
+    QVERIFY(kept);
+    QTRY_VERIFY(kept->isVisible());
+    kept->close();
+    QTRY_VERIFY(!kept);
+}
+
+void TestZEFUIDialog::fixedSize()
+{
+    const auto dialog = makeDialog();
+    dialog->setFixedSize(true);
+    QCOMPARE(dialog->layout()->sizeConstraint(), QLayout::SetFixedSize);
+    dialog->setFixedSize(false);
+    // not SetDefaultConstraint
+    QCOMPARE(dialog->layout()->sizeConstraint(), QLayout::SetNoConstraint);
+    dialog->setFixedSize(QSize(300, 200)); // the widget's own is not hidden
+    QCOMPARE(dialog->size(), QSize(300, 200));
+}
+
+void TestZEFUIDialog::fixedSizeWithoutAForm()
+{
+    ZEFUIDialog dialog;
+    dialog.setFixedSize(true);
+    dialog.setFixedSize(false);
+    QVERIFY(!dialog.layout());
+}
+
+void TestZEFUIDialog::closeAnswersOnce()
+{
+    const auto dialog = makeDialog();
+    QSignalSpy answers(dialog.get(), &ZEFUIDialog::respondClosed);
+    dialog->show();
+    QVERIFY(dialog->close());
+    QVERIFY(dialog->element()->isClosing());
+    dialog->close();
+    dialog->show();
+    dialog->close();
+    dialog->rootClosed();
+    QCOMPARE(answers.count(), 1);
+}
+
+void TestZEFUIDialog::closeIsFollowedByDestruction()
+{
+    int deletions = 0;
+    const QPointer<ZEFUIDialog> dialog(makeDialog(new CountingContext(&deletions)).release());
+    // without the tick: the dialog's own timer deletes it
+    ZEFUIElementPrivate::get(dialog->element())->housekeepingTimer.stop();
+    dialog->show();
+    dialog->close();
+    QVERIFY(dialog);
+    QCOMPARE(deletions, 0);
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(deletions, 1);
+}
+
+void TestZEFUIDialog::escapeAnswersAndClosesLater()
+{
+    int deletions = 0;
+    auto* context = new CountingContext(&deletions);
+    const QPointer<ZEFUIDialog> dialog(makeDialog(context).release());
+    ZEFUIElementPrivate::get(dialog->element())->housekeepingTimer.stop();
+    QSignalSpy answers(dialog, &ZEFUIDialog::respondClosed);
+    dialog->element()->setCloseSelection(3);
+    dialog->show();
+    press(dialog, Qt::Key_Escape);
+    QVERIFY(dialog);
+    QVERIFY(!dialog->isVisible());
+    QCOMPARE(answers.count(), 1);
+    QCOMPARE(answers.first().at(0).value<ZEFPipeFacilityInvocationContext*>(), context);
+    QCOMPARE(answers.first().at(1).toInt(), 3);
+    QCOMPARE(deletions, 0);
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(deletions, 1);
+}
+
+void TestZEFUIDialog::escapeSwitchedOff()
+{
+    const auto dialog = makeDialog();
+    dialog->enableCloseOnEscape(false);
+    QSignalSpy answers(dialog.get(), &ZEFUIDialog::respondClosed);
+    QSignalSpy rejected(dialog.get(), &QDialog::rejected);
+    dialog->show();
+    press(dialog.get(), Qt::Key_Escape);
+    // Qt's own handling still hides the dialog; the tick shows it again
+    QCOMPARE(rejected.count(), 1);
+    QVERIFY(!dialog->isVisible());
+    QCOMPARE(answers.count(), 0);
+    QVERIFY(!dialog->element()->isClosing());
+    QTRY_VERIFY(dialog->isVisible());
+    dialog->enableCloseOnEscape(true);
+    press(dialog.get(), Qt::Key_Escape);
+    QCOMPARE(answers.count(), 1);
+}
+
+void TestZEFUIDialog::escapeAfterCloseAnswersOnce()
+{
+    const auto dialog = makeDialog();
+    QSignalSpy answers(dialog.get(), &ZEFUIDialog::respondClosed);
+    dialog->show();
+    dialog->close();
+    press(dialog.get(), Qt::Key_Escape);
+    QCOMPARE(answers.count(), 1);
+}
+
+void TestZEFUIDialog::escapeTwiceAnswersOnce()
+{
+    const auto dialog = makeDialog();
+    QSignalSpy answers(dialog.get(), &ZEFUIDialog::respondClosed);
+    dialog->show();
+    press(dialog.get(), Qt::Key_Escape);
+    press(dialog.get(), Qt::Key_Escape);
+    QCOMPARE(answers.count(), 1);
+}
+
+void TestZEFUIDialog::escapeAnswersForAnElementMarkedClosing()
+{
+    const auto dialog = makeDialog();
+    QSignalSpy answers(dialog.get(), &ZEFUIDialog::respondClosed);
+    dialog->show();
+    dialog->element()->setClosing(true); // closes the dialog; its close event sees the flag
+    QCOMPARE(answers.count(), 0);
+    press(dialog.get(), Qt::Key_Escape);
+    QCOMPARE(answers.count(), 1);
+}
+
+void TestZEFUIDialog::escapeAfterForgettingTheDialog()
+{
+    const auto dialog = makeDialog();
+    QSignalSpy answers(dialog.get(), &ZEFUIDialog::respondClosed);
+    dialog->show();
+    dialog->element()->setClosing(false);
+    press(dialog.get(), Qt::Key_Escape);
+    QCOMPARE(answers.count(), 1);
+    QVERIFY(!dialog->element()->widget());
+}
+
+void TestZEFUIDialog::keysAreAnnounced()
+{
+    const auto dialog = makeDialog();
+    QSignalSpy keys(dialog.get(), &ZEFUIDialog::dialog_key_pressed);
+    QSignalSpy clicked(dialog->findChild<QPushButton*>(u"okButton"_s), &QPushButton::clicked);
+    dialog->findChild<QPushButton*>(u"okButton"_s)->setDefault(true);
+    dialog->show();
+    press(dialog.get(), Qt::Key_A);
+    press(dialog.get(), Qt::Key_Return);
+    press(dialog.get(), Qt::Key_Enter);
+    press(dialog.get(), Qt::Key_Escape);
+    QCOMPARE(keys.count(), 4);
+    QCOMPARE(keys.at(0).first().toInt(), int(Qt::Key_A));
+    QCOMPARE(keys.at(1).first().toInt(), int(Qt::Key_Return));
+    QCOMPARE(keys.at(2).first().toInt(), int(Qt::Key_Enter));
+    QCOMPARE(keys.at(3).first().toInt(), int(Qt::Key_Escape));
+    // Qt's own handling of Return follows: the default button is clicked
+    QCOMPARE(clicked.count(), 2);
+}
+
+void TestZEFUIDialog::keyReceiverMayDeleteTheDialog()
+{
+    const QPointer<ZEFUIDialog> dialog(makeDialog().release());
+    connect(dialog, &ZEFUIDialog::dialog_key_pressed, this, [&] { delete dialog; });
+    dialog->show();
+    press(dialog, Qt::Key_Escape);
+    QVERIFY(!dialog);
+}
+
+void TestZEFUIDialog::mouseReleasesAreAnnounced_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::newRow("left") << Qt::LeftButton;
+    QTest::newRow("right") << Qt::RightButton;
+    QTest::newRow("middle") << Qt::MiddleButton;
+    QTest::newRow("back") << Qt::BackButton;
+}
+
+void TestZEFUIDialog::mouseReleasesAreAnnounced()
+{
+    QFETCH(Qt::MouseButton, button);
+    ZEFUIDialog dialog;
+    QSignalSpy clicks(&dialog, &ZEFUIDialog::dialog_clicked);
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(5, 5), QPointF(5, 5), button, Qt::NoButton,
+                        Qt::NoModifier);
+    release.setAccepted(true);
+    QCoreApplication::sendEvent(&dialog, &release);
+    QCOMPARE(clicks.count(), 1);
+    // the base class would ignore it
+    QVERIFY(release.isAccepted());
+}
+
+void TestZEFUIDialog::showAndHideAreAnnouncedFirst()
+{
+    class Spy : public QObject {
+    public:
+        bool eventFilter(QObject*, QEvent*) override { return false; }
+    };
+    const auto dialog = makeDialog();
+    QStringList order;
+    connect(dialog.get(), &ZEFUIDialog::dialog_show, this, [&] { order << u"show"_s; });
+    connect(dialog.get(), &ZEFUIDialog::dialog_hide, this, [&] { order << u"hide"_s; });
+    dialog->show();
+    dialog->hide();
+    dialog->show();
+    QCOMPARE(order, QStringList({u"show"_s, u"hide"_s, u"show"_s}));
+}
+
+void TestZEFUIDialog::showOrHideReceiverMayClose_data()
+{
+    QTest::addColumn<QString>("when");
+    QTest::addColumn<QString>("deed");
+    for (const QString& when : {u"show"_s, u"hide"_s}) {
+        for (const QString& deed : {u"close"_s, u"close and wait"_s, u"delete later"_s, u"destroy"_s})
+            QTest::addRow("%s, %s", qPrintable(when), qPrintable(deed)) << when << deed;
+    }
+}
+
+void TestZEFUIDialog::showOrHideReceiverMayClose()
+{
+    QFETCH(QString, when);
+    QFETCH(QString, deed);
+    int contexts = 0;
+    int answers = 0;
+    const QPointer<ZEFUIDialog> dialog(makeDialog(new CountingContext(&contexts)).release());
+    connect(dialog, &ZEFUIDialog::respondClosed, this, [&] { ++answers; });
+    if (when == u"hide")
+        dialog->show();
+    bool done = false;
+    const auto act = [&] {
+        if (std::exchange(done, true))
+            return;
+        if (deed == u"delete later")
+            dialog->deleteLater();
+        else if (deed == u"destroy")
+            dialog->element()->destroy();
+        else
+            dialog->element()->close();
+        if (deed == u"close and wait") {
+            QElapsedTimer timer;
+            timer.start();
+            while (timer.elapsed() < 150)
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        }
+    };
+    if (when == u"show") {
+        connect(dialog, &ZEFUIDialog::dialog_show, this, act);
+        dialog->show();
+    } else {
+        connect(dialog, &ZEFUIDialog::dialog_hide, this, act);
+        dialog->hide();
+    }
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(contexts, 1);
+    QVERIFY(answers <= 1);
+}
+
+void TestZEFUIDialog::executedDialogAnswers()
+{
+    const QPointer<ZEFUIDialog> dialog(makeDialog().release());
+    int answers = 0;
+    connect(dialog, &ZEFUIDialog::respondClosed, this, [&] { ++answers; });
+    connect(dialog, &ZEFUIDialog::dialog_show, this,
+            [&] { QMetaObject::invokeMethod(dialog, &QWidget::close, Qt::QueuedConnection); });
+    QCOMPARE(dialog->exec(), int(QDialog::Rejected));
+    QCOMPARE(answers, 1);
+    QTRY_VERIFY(!dialog);
+}
+
+void TestZEFUIDialog::receiverMayDeleteTheHost_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::addColumn<QString>("deed");
+    for (const QString& way : {u"close"_s, u"escape"_s, u"element"_s, u"click"_s}) {
+        for (const QString& deed :
+             {u"delete host"_s, u"delete element"_s, u"close element"_s, u"event loop"_s})
+            QTest::addRow("%s, %s", qPrintable(way), qPrintable(deed)) << way << deed;
+    }
+}
+
+void TestZEFUIDialog::receiverMayDeleteTheHost()
+{
+    QFETCH(QString, way);
+    QFETCH(QString, deed);
+    int answered = 0;
+    int contexts = 0;
+    const QPointer<ZEFUIDialog> dialog(makeDialog(new CountingContext(&contexts)).release());
+    connect(dialog, &ZEFUIDialog::respondClosed, this, [&] {
+        ++answered;
+        if (deed == u"delete host")
+            delete dialog;
+        else if (deed == u"delete element")
+            delete dialog->element();
+        else if (deed == u"close element")
+            dialog->element()->close();
+        else
+            QTRY_VERIFY(!dialog);
+    });
+    dialog->show();
+    if (way == u"close")
+        dialog->close();
+    else if (way == u"escape")
+        press(dialog, Qt::Key_Escape);
+    else if (way == u"element")
+        dialog->element()->close();
+    else
+        dialog->findChild<QPushButton*>(u"close"_s)->click();
+    QCOMPARE(answered, 1);
+    QCOMPARE(contexts,
+             deed == u"delete host" || deed == u"event loop" || !dialog || !dialog->element() ? 1 : 0);
+    if (deed == u"delete element")
+        delete dialog; // nobody else will
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(contexts, 1);
+}
+
+void TestZEFUIDialog::rejectedAndAcceptedReappear()
+{
+    // accept() hides without closing: the tick shows the dialog again
+    const auto dialog = makeDialog();
+    QSignalSpy answers(dialog.get(), &ZEFUIDialog::respondClosed);
+    dialog->show();
+    dialog->accept();
+    QVERIFY(!dialog->isVisible());
+    QTRY_VERIFY(dialog->isVisible());
+    QCOMPARE(answers.count(), 0);
+}
+
+void TestZEFUIDialog::closeWidgetClosesTheDialog()
+{
+    const QPointer<ZEFUIDialog> dialog(makeDialog().release());
+    int answers = 0;
+    connect(dialog, &ZEFUIDialog::respondClosed, this, [&] { ++answers; });
+    dialog->show();
+    QTest::mouseClick(dialog->findChild<QPushButton*>(u"close"_s), Qt::LeftButton);
+    QCOMPARE(answers, 1);
+    QTRY_VERIFY(!dialog);
+}
+
+ZEF_TEST_MAIN(TestZEFUIDialog)
+#include "test_zefuidialog.moc"

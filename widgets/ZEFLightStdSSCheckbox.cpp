@@ -1,0 +1,9 @@
+#include <ZEFLightStdSSCheckbox.h>
+
+ZEFLightStdSSCheckbox::ZEFLightStdSSCheckbox(QWidget* parent)
+    : ZEFStdSSCheckbox(parent)
+{
+    setObjectName(QStringLiteral("ZEFLightStdSSCheckbox"));
+}
+
+ZEFLightStdSSCheckbox::~ZEFLightStdSSCheckbox() = default;

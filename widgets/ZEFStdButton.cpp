@@ -1,0 +1,222 @@
+#include "ZEFStdButton.h"
+
+#include <element/debugOutput.h>
+
+#include <QtGui/QImage>
+#include <QtGui/QPaintEngine>
+#include <QtGui/QPainter>
+#include <QtGui/QPainterPath>
+
+namespace {
+
+constexpr QSize MinimumSize(78, 28);
+constexpr double CornerRadius = 4.0;
+// A larger button has no image of its own, which would cost more memory than any screen shows.
+constexpr double MostImagePixels = 1 << 24;
+
+QPainterPath roundedRectangle(const QRectF& rect, double radius)
+{
+    const double diameter = 2 * radius;
+    QPainterPath path;
+    path.moveTo(rect.left() + radius, rect.top());
+    path.lineTo(rect.right() - radius, rect.top());
+    path.arcTo(rect.right() - diameter, rect.top(), diameter, diameter, 90, -90);
+    path.lineTo(rect.right(), rect.bottom() - radius);
+    path.arcTo(rect.right() - diameter, rect.bottom() - diameter, diameter, diameter, 0, -90);
+    path.lineTo(rect.left() + radius, rect.bottom());
+    path.arcTo(rect.left(), rect.bottom() - diameter, diameter, diameter, 270, -90);
+    path.lineTo(rect.left(), rect.top() + radius);
+    path.arcTo(rect.left(), rect.top(), diameter, diameter, 180, -90);
+    return path;
+}
+
+QRectF shrunk(const QRectF& rect, double by)
+{
+    return rect.adjusted(by, by, -by, -by);
+}
+
+QPen outlinePen(const QColor& color, double width)
+{
+    return QPen(color, width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+}
+
+} // namespace
+
+ZEFStdButton::ZEFStdButton(QWidget* parent)
+    : QPushButton(parent)
+{
+    setObjectName(QStringLiteral("ZEFStdButton"));
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+}
+
+ZEFStdButton::~ZEFStdButton() = default;
+
+QSize ZEFStdButton::sizeHint() const
+{
+    const QSize minimum = minimumSizeHint();
+    if (text().isEmpty())
+        return {qMax(QPushButton::sizeHint().width(), minimum.width()), minimum.height()};
+    const double margins = 2 * (m_textMargin + m_borderWidth + m_padding + m_sideMargin);
+    return {fontMetrics().boundingRect(text()).width() + qRound(margins), minimum.height()};
+}
+
+QSize ZEFStdButton::minimumSizeHint() const
+{
+    return MinimumSize;
+}
+
+void ZEFStdButton::initialise()
+{
+    setProperties();
+    m_initialised = true;
+    QFont antialiased = font();
+    antialiased.setStyleStrategy(QFont::PreferAntialias);
+    setFont(antialiased);
+    writeDebug(u"Font: " + antialiased.family() + u", " + QString::number(antialiased.pointSize()));
+}
+
+void ZEFStdButton::paintEvent(QPaintEvent*)
+{
+    if (!m_initialised)
+        initialise();
+
+    QPainter widgetPainter(this);
+    // as sharp as the device that is painted on, which need not be the screen
+    const double ratio = widgetPainter.paintEngine()->paintDevice()->devicePixelRatio();
+    const QSizeF imageSize = QSizeF(size()) * ratio;
+    QImage image;
+    if (imageSize.width() * imageSize.height() <= MostImagePixels)
+        image = QImage(imageSize.toSize(), QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull()) {
+        widgetPainter.setRenderHint(QPainter::Antialiasing);
+        drawButton(&widgetPainter, QRectF(rect()));
+        return;
+    }
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    initPainter(&painter);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawButton(&painter, QRectF(rect()));
+    painter.end();
+    widgetPainter.drawImage(0, 0, image);
+}
+
+void ZEFStdButton::chooseColors()
+{
+    if (!isEnabled()) {
+        writeDebug(u"Disabled: " + text());
+        m_workingTextColor = m_disabledTextColor;
+        m_workingBorderColor = m_disabledBorderColor;
+        m_workingSecondColor = m_disabledSecondColor;
+        m_workingThirdColor = m_disabledThirdColor;
+        m_workingFourthColor = m_disabledFourthColor;
+        m_workingGradient = m_disabledGradient;
+        return;
+    }
+    m_workingTextColor = m_textColor;
+    m_workingBorderColor = m_borderColor;
+    m_workingSecondColor = m_secondColor;
+    m_workingThirdColor = m_thirdColor;
+    m_workingFourthColor = m_fourthColor;
+    if (m_pressed) {
+        writeDebug(u"Pressed: " + text());
+        m_workingGradient = m_pressedGradient;
+    } else if (m_hovered) {
+        writeDebug(u"Hover: " + text());
+        m_workingGradient = m_hoverGradient;
+    } else {
+        writeDebug(u"Idle: " + text());
+        m_workingGradient = m_normalGradient;
+    }
+}
+
+void ZEFStdButton::drawButton(QPainter* painter, QRectF rect)
+{
+    chooseColors();
+    m_workingGradient.setStart(rect.topLeft());
+    m_workingGradient.setFinalStop(rect.bottomLeft());
+
+    double radius = CornerRadius;
+    painter->setBrush(Qt::NoBrush);
+    if (m_focused && isEnabled()) {
+        painter->setPen(outlinePen(m_accentColor, m_focusRingWidth));
+        painter->drawPath(roundedRectangle(rect, radius));
+        radius -= 1;
+        rect = shrunk(rect, m_focusRingWidth + 0.5);
+    }
+    painter->setPen(outlinePen(m_workingBorderColor, m_borderWidth));
+    painter->drawPath(roundedRectangle(rect, radius));
+    rect = shrunk(rect, m_borderWidth);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(m_workingGradient);
+    painter->drawPath(roundedRectangle(rect, radius));
+
+    if (m_pressed && isEnabled())
+        rect.translate(1, 1);
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setRenderHint(QPainter::TextAntialiasing, true);
+    painter->setPen(m_workingTextColor);
+    constexpr int flags = Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine
+        | Qt::TextIncludeTrailingSpaces | Qt::TextShowMnemonic;
+    painter->drawText(rect, flags, text());
+}
+
+void ZEFStdButton::noteState(const QString& event, bool& flag, bool value)
+{
+    // A flag that was set stays while the button is disabled; the drawing ignores it then.
+    if (!isEnabled())
+        return;
+    writeDebug(event);
+    flag = value;
+    update();
+}
+
+void ZEFStdButton::enterEvent(QEnterEvent* e)
+{
+    noteState(QStringLiteral("enterEvent()"), m_hovered, true);
+    QWidget::enterEvent(e);
+}
+
+void ZEFStdButton::leaveEvent(QEvent* e)
+{
+    noteState(QStringLiteral("leaveEvent()"), m_hovered, false);
+    QWidget::leaveEvent(e);
+}
+
+void ZEFStdButton::focusInEvent(QFocusEvent* e)
+{
+    noteState(QStringLiteral("focusInEvent()"), m_focused, true);
+    QPushButton::focusInEvent(e);
+}
+
+void ZEFStdButton::focusOutEvent(QFocusEvent* e)
+{
+    noteState(QStringLiteral("focusOutEvent()"), m_focused, false);
+    QPushButton::focusOutEvent(e);
+}
+
+void ZEFStdButton::keyPressEvent(QKeyEvent* e)
+{
+    noteState(QStringLiteral("keyPressEvent()"), m_pressed, true);
+    QPushButton::keyPressEvent(e);
+}
+
+void ZEFStdButton::keyReleaseEvent(QKeyEvent* e)
+{
+    noteState(QStringLiteral("keyReleaseEvent()"), m_pressed, false);
+    QAbstractButton::keyReleaseEvent(e);
+}
+
+void ZEFStdButton::mousePressEvent(QMouseEvent* e)
+{
+    // The line of the release, on purpose.
+    noteState(QStringLiteral("mouseReleaseEvent()"), m_pressed, true);
+    QAbstractButton::mousePressEvent(e);
+}
+
+void ZEFStdButton::mouseReleaseEvent(QMouseEvent* e)
+{
+    noteState(QStringLiteral("mouseReleaseEvent()"), m_pressed, false);
+    QAbstractButton::mouseReleaseEvent(e);
+}
