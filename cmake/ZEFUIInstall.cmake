@@ -24,6 +24,7 @@ if(NOT BUILD_SHARED_LIBS)
     endforeach()
 endif()
 if(ZEFUI_BUNDLED_BASE)
+    set_target_properties(zefui PROPERTIES INSTALL_RPATH "$ORIGIN")
     # It is installed beside this package, and no other one will do.
     set(base_packages "find_dependency(zefbase CONFIG PATHS \"\${CMAKE_CURRENT_LIST_DIR}/../zefbase\" NO_DEFAULT_PATH)
 find_dependency(zefpipe CONFIG PATHS \"\${CMAKE_CURRENT_LIST_DIR}/../zefpipe\" NO_DEFAULT_PATH)")
@@ -39,4 +40,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/generated/ZEFUIConfigVers
 install(FILES
         ${PROJECT_BINARY_DIR}/generated/ZEFUIConfig.cmake
         ${PROJECT_BINARY_DIR}/generated/ZEFUIConfigVersion.cmake
+        ${PROJECT_SOURCE_DIR}/cmake/ZEFUIForms.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
+
+# The functions of the package serve this build's own examples and tests too.
+include(ZEFUIForms)

@@ -12,6 +12,18 @@
 
 #include <QtCore/QMetaProperty>
 
+const QList<QMetaProperty>& StringProperties::of(const QMetaObject* meta)
+{
+    if (const auto known = m_properties.constFind(meta); known != m_properties.cend())
+        return *known;
+    QList<QMetaProperty> properties;
+    for (int index = 0; index < meta->propertyCount(); ++index) {
+        if (meta->property(index).metaType() == QMetaType::fromType<QString>())
+            properties.append(meta->property(index));
+    }
+    return *m_properties.insert(meta, properties);
+}
+
 void ZEFUIElement::updateProperties(const ZEFDictionary& properties)
 {
     const QPointer<ZEFUIElement> self(this);
@@ -45,13 +57,16 @@ void ZEFUIElement::interpolate(const ZEFDictionaryList& dictionaries)
         return;
     const QPointer<ZEFUIElement> self(this);
     const QPointer<QWidget> host(d->widget);
-    interpolateWidget(host, dictionaries);
+    StringProperties stringProperties;
+    d->interpolateWidget(this, host, dictionaries, stringProperties);
     if (!self || !host)
         return;
     const QList<QWidget*> found = host->findChildren<QWidget*>();
     const QList<QPointer<QWidget>> widgets(found.cbegin(), found.cend());
     for (const QPointer<QWidget>& widget : widgets) {
-        interpolateWidget(widget, dictionaries);
+        if (!widget)
+            continue;
+        d->interpolateWidget(this, widget, dictionaries, stringProperties);
         if (!self)
             return;
     }
@@ -61,20 +76,27 @@ void ZEFUIElement::interpolateWidget(QWidget* widget, const ZEFDictionaryList& d
 {
     if (!widget)
         return;
-    QTranslator* translator =
-        ZEFTranslatorCache::translatorForLocale(QStringLiteral("zefmain.qm"), d->locale);
-    const QPointer<ZEFUIElement> self(this);
-    const QPointer<QWidget> guard(widget);
-    const QMetaObject* meta = widget->metaObject();
-    for (int index = 0; index < meta->propertyCount(); ++index) {
-        const QMetaProperty property = meta->property(index);
-        if (property.metaType() != QMetaType::fromType<QString>())
-            continue;
-        QString text = property.read(widget).toString();
-        // A text that an earlier run wrote is traced back to its template.
-        if (const auto source = d->interpolationSources.constFind(text);
-            source != d->interpolationSources.cend())
-            text = *source;
+    StringProperties stringProperties;
+    d->interpolateWidget(this, widget, dictionaries, stringProperties);
+}
+
+QString ZEFUIElementPrivate::templateOf(const QString& text) const
+{
+    // Most texts of a form are empty, and the empty key would come first.
+    if (interpolationSources.isEmpty() || (text.isEmpty() && !interpolationSources.firstKey().isEmpty()))
+        return text;
+    return interpolationSources.value(text, text);
+}
+
+void ZEFUIElementPrivate::interpolateWidget(ZEFUIElement* element, QWidget* target,
+                                            const ZEFDictionaryList& dictionaries,
+                                            StringProperties& stringProperties)
+{
+    QTranslator* translator = ZEFTranslatorCache::translatorForLocale(QStringLiteral("zefmain.qm"), locale);
+    const QPointer<ZEFUIElement> self(element);
+    const QPointer<QWidget> guard(target);
+    for (const QMetaProperty& property : stringProperties.of(target->metaObject())) {
+        QString text = templateOf(property.read(target).toString());
         bool translated = false;
         const QString translation = ZEFTranslatorCache::localizeString(text, translator, &translated);
         if (translated)
@@ -83,11 +105,11 @@ void ZEFUIElement::interpolateWidget(QWidget* widget, const ZEFDictionaryList& d
         if (result == text)
             continue;
         ZEFBase::logDebug(QStringLiteral("new value for property %1 on %2 :%3")
-                              .arg(QString::fromUtf8(property.name()), widget->objectName(), result));
-        property.write(widget, result);
+                              .arg(QString::fromUtf8(property.name()), target->objectName(), result));
+        property.write(target, result);
         if (!self)
             return;
-        d->interpolationSources.insert(result, text);
+        interpolationSources.insert(result, text);
         if (!guard)
             return;
     }

@@ -2,12 +2,23 @@
 
 #include <ZEFUIElement.h>
 
+#include <QtCore/QHash>
 #include <QtCore/QMap>
+#include <QtCore/QMetaProperty>
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
 #include <QtCore/QSize>
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
+
+//! The string properties of each class that one run of interpolate() meets, in the order of the meta-object.
+class StringProperties {
+public:
+    const QList<QMetaProperty>& of(const QMetaObject* meta);
+
+private:
+    QHash<const QMetaObject*, QList<QMetaProperty>> m_properties;
+};
 
 /*!
  * The state of a ZEFUIElement. The element owns the context; the widget and the delegate belong to others and
@@ -33,6 +44,11 @@ public:
         Q_DISABLE_COPY_MOVE(DeletionGuard)
         QPointer<ZEFUIElement> m_element;
     };
+
+    //! The text from which interpolation made \a text, or \a text itself.
+    QString templateOf(const QString& text) const;
+    void interpolateWidget(ZEFUIElement* element, QWidget* target, const ZEFDictionaryList& dictionaries,
+                           StringProperties& stringProperties);
 
     //! Whether the host must not be deleted right now; then it is deleted as soon as events run again.
     bool postponeDeletion(ZEFUIElement* element);

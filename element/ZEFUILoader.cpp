@@ -1,54 +1,13 @@
 #include "ZEFUILoader.h"
 
+#include "customClasses.h"
+
 #include <ZEFBase.h>
-#include <ZEFCommandLinkButton.h>
-#include <ZEFEllipsisLabel.h>
-#include <ZEFFlatButton.h>
-#include <ZEFFormatCell.h>
-#include <ZEFFormatEdit.h>
-#include <ZEFHyperlinkLabel.h>
-#include <ZEFLightStdButton.h>
-#include <ZEFLightStdSSButton.h>
-#include <ZEFLightStdSSCheckbox.h>
-#include <ZEFToggleButton.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QWidget>
 
 #include <algorithm>
-
-namespace {
-
-struct CustomClass {
-    QLatin1String name;
-    QWidget* (*create)(QWidget* parent);
-};
-
-template <class Widget> QWidget* create(QWidget* parent)
-{
-    return new Widget(parent);
-}
-
-// The loader knows the library's classes only from here. ZEFStdButton, ZEFStdSSButton,
-// ZEFStdSSCheckbox and ZEFCalendarWidget stay out of it on purpose: forms must not create them.
-const QList<CustomClass>& customClasses()
-{
-    static const QList<CustomClass> classes = {
-        {QLatin1String("ZEFCommandLinkButton"), create<ZEFCommandLinkButton>},
-        {QLatin1String("ZEFToggleButton"), create<ZEFToggleButton>},
-        {QLatin1String("ZEFFormatCell"), create<ZEFFormatCell>},
-        {QLatin1String("ZEFFormatEdit"), create<ZEFFormatEdit>},
-        {QLatin1String("ZEFEllipsisLabel"), create<ZEFEllipsisLabel>},
-        {QLatin1String("ZEFHyperlinkLabel"), create<ZEFHyperlinkLabel>},
-        {QLatin1String("ZEFFlatButton"), create<ZEFFlatButton>},
-        {QLatin1String("ZEFLightStdSSButton"), create<ZEFLightStdSSButton>},
-        {QLatin1String("ZEFLightStdSSCheckbox"), create<ZEFLightStdSSCheckbox>},
-        {QLatin1String("ZEFLightStdButton"), create<ZEFLightStdButton>},
-    };
-    return classes;
-}
-
-} // namespace
 
 ZEFUILoader::ZEFUILoader(QObject* parent)
     : QUiLoader(parent)

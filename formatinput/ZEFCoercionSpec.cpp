@@ -41,8 +41,8 @@ void ZEFCoercionSpec::setEnd(int end)
 
 bool ZEFCoercionSpec::inRange(int position) const
 {
-    if (position >= m_start && m_end == -1)
-        return true;
+    if (m_end == -1)
+        return position >= m_start;
     // The start is deliberately not asked when there is an end.
     return position <= m_end;
 }

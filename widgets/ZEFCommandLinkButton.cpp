@@ -18,6 +18,8 @@ QLabel* createTextLabel(const QString& name, QWidget* parent)
     label->setAlignment(Qt::AlignLeft);
     label->setWordWrap(true);
     label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    // a rich text would keep the clicks to itself
+    label->setTextInteractionFlags(Qt::NoTextInteraction);
     return label;
 }
 

@@ -67,3 +67,5 @@ int ZEFStdSSControlStyle::controlFlags(int flags) const
         flags |= m_flagsToAdd;
     return flags;
 }
+
+#include "moc_ZEFStdSSControlStyle.cpp"

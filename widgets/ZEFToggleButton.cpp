@@ -14,6 +14,8 @@ ZEFToggleButton::ZEFToggleButton(QWidget* parent)
     m_textLabel->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_textLabel->setWordWrap(true);
     m_textLabel->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    // a rich text would keep the clicks to itself
+    m_textLabel->setTextInteractionFlags(Qt::NoTextInteraction);
 
     m_imageLabel = new QLabel(this);
     m_imageLabel->setObjectName(QStringLiteral("image"));

@@ -8,6 +8,7 @@
 
 #include <platform/ForegroundWindow.h>
 
+#include <QtCore/QLoggingCategory>
 #include <QtCore/QProcess>
 
 namespace {
@@ -97,6 +98,7 @@ void TestForegroundWindowX11::prepare()
 
 void TestForegroundWindowX11::tidyUp()
 {
+    QLoggingCategory::setFilterRules(QString());
     ForegroundWindow::setInstance(nullptr);
     m_server.reset();
 }
@@ -111,10 +113,21 @@ void TestForegroundWindowX11::waitForManager()
 
 void TestForegroundWindowX11::bringUp(xcb_window_t window)
 {
+    const auto isUp = [&] {
+        return m_server->activeWindow() == window && m_server->stacking().constLast() == window;
+    };
+    const auto staysUp = [&] {
+        if (isUp()) {
+            waitForManager();
+            if (isUp())
+                return true;
+        }
+        // Once is not enough: the window manager may still be about to give a new window the focus.
+        m_server->activate(window);
+        return false;
+    };
     QTRY_VERIFY(m_server->stacking().contains(window));
-    m_server->activate(window);
-    QTRY_COMPARE(m_server->activeWindow(), window);
-    QTRY_COMPARE(m_server->stacking().constLast(), window);
+    QTRY_VERIFY(staysUp());
 }
 
 void TestForegroundWindowX11::tellsTheOwnerOfTheForegroundWindow()
@@ -139,6 +152,7 @@ void TestForegroundWindowX11::aFormStepsInFrontOfItsClientsWindow()
     ZEFUIWidget host;
     host.setGeometry(150, 150, 200, 100);
     host.element()->show();
+    QTRY_VERIFY(m_server->stacking().contains(windowOf(host)));
     bringUp(client.window);
 
     host.element()->setClientPID(client.processId()); // and the next tick sees to it
@@ -159,6 +173,7 @@ void TestForegroundWindowX11::aFormNeverStepsInFrontOfAnotherProcess()
     ZEFUIWidget host;
     host.setGeometry(150, 150, 200, 100);
     host.element()->show();
+    QTRY_VERIFY(m_server->stacking().contains(windowOf(host)));
     bringUp(stranger.window);
 
     host.element()->setClientPID(client.processId());
@@ -206,18 +221,16 @@ void TestForegroundWindowX11::aWindowThatIsGoneIsNotPutInFront()
     auto window = std::make_unique<QWidget>();
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    TestLog::takeAll();
     m_server->destroyWindow(windowOf(*window));
+    waitForManager();
+    QCoreApplication::processEvents();
+
+    // Qt tells of errors that nobody took, in a category that is off by default.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb=true"));
     ForegroundWindow::instance().putInFront(window.get());
     waitForManager();
     QCoreApplication::processEvents();
-    QCOMPARE(TestLog::takeAll(), QStringList());
-
-    // Qt itself complains when it destroys a window that is gone.
-    TestLog::allow(QRegularExpression(QStringLiteral("warning: QXcbConnection: XCB error.*")));
-    TestLog::allow(QRegularExpression(QStringLiteral("warning: qt.qpa.xcb: QXcbConnection: XCB error.*")));
-    window.reset();
-    QCoreApplication::processEvents();
+    QCOMPARE(TestLog::takeAll().filter(QStringLiteral("XCB error")), QStringList());
 }
 
 ZEF_TEST_MAIN(TestForegroundWindowX11)

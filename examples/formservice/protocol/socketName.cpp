@@ -1,0 +1,9 @@
+#include "socketName.h"
+
+#include <QtCore/QStandardPaths>
+
+QString defaultSocketName()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)
+        + QStringLiteral("/zefui-formservice");
+}

@@ -1,0 +1,179 @@
+#include "ClassCatalog.h"
+
+#include "element/customClasses.h"
+
+#include <QtCore/QHash>
+#include <QtWidgets/QtWidgets>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double alike = 0.7;
+constexpr int longestPromotion = 16;
+
+struct QtClass {
+    const char* name;
+    const QMetaObject* metaObject;
+};
+
+// What QUiLoader creates without plug-ins; the tests compare it with QUiLoader::availableWidgets().
+// Names that are not those of their meta-objects are aliases of the loader.
+const QList<QtClass>& qtClasses()
+{
+    static const QList<QtClass> classes = {
+        {"Line", &QFrame::staticMetaObject},
+        {"QAbstractScrollArea", &QAbstractScrollArea::staticMetaObject},
+        {"QAbstractSlider", &QAbstractSlider::staticMetaObject},
+        {"QAbstractSpinBox", &QAbstractSpinBox::staticMetaObject},
+        {"QCalendarWidget", &QCalendarWidget::staticMetaObject},
+        {"QCheckBox", &QCheckBox::staticMetaObject},
+        {"QColumnView", &QColumnView::staticMetaObject},
+        {"QComboBox", &QComboBox::staticMetaObject},
+        {"QCommandLinkButton", &QCommandLinkButton::staticMetaObject},
+        {"QDateEdit", &QDateEdit::staticMetaObject},
+        {"QDateTimeEdit", &QDateTimeEdit::staticMetaObject},
+        {"QDial", &QDial::staticMetaObject},
+        {"QDialog", &QDialog::staticMetaObject},
+        {"QDialogButtonBox", &QDialogButtonBox::staticMetaObject},
+        {"QDockWidget", &QDockWidget::staticMetaObject},
+        {"QDoubleSpinBox", &QDoubleSpinBox::staticMetaObject},
+        {"QFontComboBox", &QFontComboBox::staticMetaObject},
+        {"QFrame", &QFrame::staticMetaObject},
+        {"QGraphicsView", &QGraphicsView::staticMetaObject},
+        {"QGroupBox", &QGroupBox::staticMetaObject},
+        {"QKeySequenceEdit", &QKeySequenceEdit::staticMetaObject},
+        {"QLCDNumber", &QLCDNumber::staticMetaObject},
+        {"QLabel", &QLabel::staticMetaObject},
+        {"QLineEdit", &QLineEdit::staticMetaObject},
+        {"QListView", &QListView::staticMetaObject},
+        {"QListWidget", &QListWidget::staticMetaObject},
+        {"QMainWindow", &QMainWindow::staticMetaObject},
+        {"QMdiArea", &QMdiArea::staticMetaObject},
+        {"QMenu", &QMenu::staticMetaObject},
+        {"QMenuBar", &QMenuBar::staticMetaObject},
+        {"QOpenGLWidget", &QWidget::staticMetaObject},
+        {"QPlainTextEdit", &QPlainTextEdit::staticMetaObject},
+        {"QProgressBar", &QProgressBar::staticMetaObject},
+        {"QPushButton", &QPushButton::staticMetaObject},
+        {"QRadioButton", &QRadioButton::staticMetaObject},
+        {"QScrollArea", &QScrollArea::staticMetaObject},
+        {"QScrollBar", &QScrollBar::staticMetaObject},
+        {"QSlider", &QSlider::staticMetaObject},
+        {"QSpinBox", &QSpinBox::staticMetaObject},
+        {"QSplitter", &QSplitter::staticMetaObject},
+        {"QStackedWidget", &QStackedWidget::staticMetaObject},
+        {"QStatusBar", &QStatusBar::staticMetaObject},
+        {"QTabWidget", &QTabWidget::staticMetaObject},
+        {"QTableView", &QTableView::staticMetaObject},
+        {"QTableWidget", &QTableWidget::staticMetaObject},
+        {"QTextBrowser", &QTextBrowser::staticMetaObject},
+        {"QTextEdit", &QTextEdit::staticMetaObject},
+        {"QTimeEdit", &QTimeEdit::staticMetaObject},
+        {"QToolBar", &QToolBar::staticMetaObject},
+        {"QToolBox", &QToolBox::staticMetaObject},
+        {"QToolButton", &QToolButton::staticMetaObject},
+        {"QTreeView", &QTreeView::staticMetaObject},
+        {"QTreeWidget", &QTreeWidget::staticMetaObject},
+        {"QUndoView", &QUndoView::staticMetaObject},
+        {"QWidget", &QWidget::staticMetaObject},
+        {"QWizard", &QWizard::staticMetaObject},
+        {"QWizardPage", &QWizardPage::staticMetaObject},
+    };
+    return classes;
+}
+
+const QHash<QString, const QMetaObject*>& knownClasses()
+{
+    static const QHash<QString, const QMetaObject*> classes = [] {
+        QHash<QString, const QMetaObject*> all;
+        for (const QtClass& entry : qtClasses())
+            all.insert(QString::fromLatin1(entry.name), entry.metaObject);
+        for (const CustomClass& entry : customClasses())
+            all.insert(entry.name, entry.metaObject);
+        return all;
+    }();
+    return classes;
+}
+
+//! 1 for equal names, 0 for names without a letter in common, by their longest common subsequence.
+double likeness(const QString& a, const QString& b)
+{
+    QList<qsizetype> row(b.size() + 1, 0);
+    for (const QChar letter : a) {
+        qsizetype diagonal = 0;
+        for (qsizetype i = 0; i < b.size(); ++i) {
+            const qsizetype above = row.at(i + 1);
+            row[i + 1] = letter.toLower() == b.at(i).toLower() ? diagonal + 1 : qMax(above, row.at(i));
+            diagonal = above;
+        }
+    }
+    return 2.0 * double(row.constLast()) / double(a.size() + b.size());
+}
+
+QString mostAlike(const QString& className, const QStringList& candidates)
+{
+    QString best;
+    double bestLikeness = alike;
+    for (const QString& candidate : candidates) {
+        if (const double current = likeness(className, candidate); current > bestLikeness) {
+            bestLikeness = current;
+            best = candidate;
+        }
+    }
+    return best;
+}
+
+} // namespace
+
+const QMetaObject* ClassCatalog::find(const QString& className)
+{
+    return knownClasses().value(className);
+}
+
+const QMetaObject* ClassCatalog::created(const Form& form, const FormWidget& widget)
+{
+    QString className = widget.className;
+    // A class may be promoted from itself in a broken form.
+    for (int step = 0; step < longestPromotion; ++step) {
+        if (const QMetaObject* known = find(className))
+            return known;
+        const auto base = form.promotedClasses.constFind(className);
+        if (base == form.promotedClasses.cend())
+            return nullptr;
+        className = *base;
+    }
+    return nullptr;
+}
+
+QString ClassCatalog::nearest(const QString& className)
+{
+    constexpr qsizetype longestName = 100;
+    if (className.size() > longestName)
+        return QString();
+    if (className.startsWith(u"ZEF", Qt::CaseInsensitive)) {
+        QStringList names;
+        for (const CustomClass& entry : customClasses())
+            names.append(entry.name);
+        if (const QString name = mostAlike(className, names); !name.isEmpty())
+            return name;
+    }
+    return mostAlike(className, qtClassNames());
+}
+
+QStringList ClassCatalog::qtClassNames()
+{
+    QStringList names;
+    for (const QtClass& entry : qtClasses())
+        names.append(QString::fromLatin1(entry.name));
+    return names;
+}
+
+bool ClassCatalog::inherits(const QMetaObject* meta, const char* className)
+{
+    for (; meta; meta = meta->superClass()) {
+        if (qstrcmp(meta->className(), className) == 0)
+            return true;
+    }
+    return false;
+}

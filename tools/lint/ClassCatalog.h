@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Form.h"
+
+#include <QtCore/QMetaObject>
+#include <QtCore/QStringList>
+
+//! The classes that the library's form loader can create, without creating any.
+namespace ClassCatalog {
+
+//! The class of that name, exactly; null when the loader does not know it.
+const QMetaObject* find(const QString& className);
+
+//! What the loader makes of the widget: its class, or the class it was promoted from; null for nothing.
+const QMetaObject* created(const Form& form, const FormWidget& widget);
+
+/*!
+ * The known class whose name is most alike, empty when none is. A name of the library's family is
+ * answered by a class of the loader's table if there is one alike.
+ */
+QString nearest(const QString& className);
+
+//! The names of Qt's classes, sorted.
+QStringList qtClassNames();
+
+//! Whether \a meta is the class called \a className or derives from it.
+bool inherits(const QMetaObject* meta, const char* className);
+
+} // namespace ClassCatalog

@@ -1,0 +1,38 @@
+// Classes that the form loader cannot create.
+
+#include "ClassCatalog.h"
+#include "RuleGroups.h"
+
+namespace {
+
+QString advice(const QString& className)
+{
+    const QString nearest = ClassCatalog::nearest(className);
+    if (nearest.isEmpty())
+        return QStringLiteral("Use a class that the library's loader knows.");
+    return u"Use a class that the library's loader knows; the nearest is " + nearest + u'.';
+}
+
+} // namespace
+
+void checkClasses(const Project& project, QLatin1String rule, Findings* findings)
+{
+    for (const Form& form : project.forms) {
+        for (const FormWidget& widget : form.widgets) {
+            if (ClassCatalog::find(widget.className))
+                continue;
+            QString consequence;
+            if (const QMetaObject* base = ClassCatalog::created(form, widget)) {
+                consequence =
+                    u"the service shows a plain " + QString::fromLatin1(base->className()) + u" instead";
+            } else if (widget.parent < 0) {
+                consequence = QStringLiteral("the form does not load");
+            } else {
+                consequence = QStringLiteral("the widget is left out with everything inside it");
+            }
+            findings->append({rule, form.path, widget.line,
+                              u"the loader cannot create the class " + widget.className + u" of \""
+                                  + widget.name + u"\": " + consequence + u". " + advice(widget.className)});
+        }
+    }
+}

@@ -1,0 +1,230 @@
+// Texts of a form: what the service fills in, and what translators write.
+
+#include "ClassCatalog.h"
+#include "RuleGroups.h"
+
+#include <QtCore/QMetaProperty>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/*!
+ * The keys of the placeholders in \a text that \a isKnown does not know. As the library does it: when
+ * "%{a%{b}" is no placeholder as a whole, the inner one may be.
+ */
+template <typename IsKnown> QStringList unknownPlaceholders(const QString& text, IsKnown isKnown)
+{
+    QStringList unknown;
+    for (qsizetype from = text.indexOf(u"%{"); from >= 0;) {
+        const qsizetype end = text.indexOf(u'}', from + 2);
+        if (end < 0)
+            break;
+        const QString key = text.mid(from + 2, end - from - 2);
+        if (isKnown(key)) {
+            from = text.indexOf(u"%{", end + 1);
+            continue;
+        }
+        if (!key.contains(u"%{"))
+            unknown.append(key);
+        from = text.indexOf(u"%{", from + 2);
+    }
+    return unknown;
+}
+
+bool hasPlaceholder(const QString& text)
+{
+    return !unknownPlaceholders(text, [](const QString&) { return false; }).isEmpty();
+}
+
+//! Whether interpolation reaches the property. Of a class that is not created nothing is known.
+bool isInterpolated(const Form& form, const FormWidget& widget, const FormProperty& property)
+{
+    const QMetaObject* meta = ClassCatalog::created(form, widget);
+    if (!meta)
+        return true;
+    const int index = meta->indexOfProperty(property.name.toUtf8().constData());
+    return index >= 0 && meta->property(index).metaType() == QMetaType::fromType<QString>();
+}
+
+//! The widgets that a property key reaches, and whether one of them has the property.
+struct Target {
+    bool widgetExists = false;
+    bool propertyExists = false;
+};
+
+Target targetOf(const Project& project, const QString& widgetName, const QString& propertyName)
+{
+    Target target;
+    for (const Form& form : project.forms) {
+        for (const FormWidget& widget : form.widgets) {
+            if (widget.name != widgetName)
+                continue;
+            target.widgetExists = true;
+            const QMetaObject* meta = ClassCatalog::created(form, widget);
+            if (!meta || meta->indexOfProperty(propertyName.toUtf8().constData()) >= 0)
+                target.propertyExists = true;
+        }
+    }
+    return target;
+}
+
+//! Whether there is anything to translate beside placeholders, digits and signs.
+bool hasWords(const QString& text)
+{
+    static const QRegularExpression placeholder(u"%\\{[^}]*\\}"_s);
+    const QString rest = QString(text).remove(placeholder);
+    return std::any_of(rest.cbegin(), rest.cend(), [](QChar character) { return character.isLetter(); });
+}
+
+bool isTranslated(const Translation& translation, const Form& form, const FormText& text, bool filledLater)
+{
+    if (translation.covers(form.className, text.text, text.comment))
+        return true;
+    // Interpolation translates the properties that it fills once more, in contexts of its own.
+    return filledLater
+        && (translation.covers(u"zefmain"_s, text.text, QString())
+            || translation.covers(QString(), text.text, QString()));
+}
+
+} // namespace
+
+void checkPlaceholders(const Project& project, QLatin1String rule, Findings* findings)
+{
+    if (project.values.isEmpty())
+        return;
+    QSet<QString> keys;
+    for (const Values& values : project.values) {
+        for (const Values::Dictionary& dictionary : values.dictionaries) {
+            for (const Values::Entry& entry : dictionary)
+                keys.insert(entry.key);
+        }
+    }
+    for (const Form& form : project.forms) {
+        for (const FormWidget& widget : form.widgets) {
+            for (const FormProperty& property : widget.properties) {
+                if (!property.isString || !isInterpolated(form, widget, property))
+                    continue;
+                const QStringList unknown = unknownPlaceholders(
+                    property.value.text, [&](const QString& key) { return keys.contains(key); });
+                for (const QString& key : unknown) {
+                    findings->append({rule, form.path, property.value.line,
+                                      u"no dictionary holds the key \"" + key + u"\": the user will read %{"
+                                          + key + u"} in " + property.name + u" of \"" + widget.name
+                                          + u"\". Add the key to a dictionary, or correct the placeholder."});
+                }
+            }
+        }
+    }
+}
+
+void checkPlaceholderPlaces(const Project& project, QLatin1String rule, Findings* findings)
+{
+    for (const Form& form : project.forms) {
+        for (const FormText& text : form.otherTexts) {
+            if (hasPlaceholder(text.text)) {
+                findings->append(
+                    {rule, form.path, text.line,
+                     u"the placeholder in \""_s + text.text
+                         + u"\" is never filled: only text properties of widgets are, not items, "
+                           "titles of pages, actions or lists. Show the value in a widget's text."});
+            }
+        }
+        for (const FormWidget& widget : form.widgets) {
+            for (const FormProperty& property : widget.properties) {
+                if (property.isString && hasPlaceholder(property.value.text)
+                    && !isInterpolated(form, widget, property)) {
+                    findings->append(
+                        {rule, form.path, property.value.line,
+                         u"the placeholder in the property " + property.name + u" of \"" + widget.name
+                             + u"\" is never filled: it is no text property of the class " + widget.className
+                             + u". Show the value in a property that is one."});
+                }
+            }
+        }
+    }
+}
+
+void checkPropertyKeys(const Project& project, QLatin1String rule, Findings* findings)
+{
+    for (const Values& values : project.values) {
+        for (const Values::Entry& entry : values.properties) {
+            const QStringList pieces = entry.key.split(u'_');
+            const auto report = [&](const QString& problem) {
+                findings->append(
+                    {rule, values.path, 1, u"the property key \"" + entry.key + u"\" " + problem});
+            };
+            if (pieces.size() < 2) {
+                report(u"is skipped, since it has no underscore. Write it as <objectName>_<property>."_s);
+                continue;
+            }
+            const Target target = targetOf(project, pieces.at(0), pieces.at(1));
+            if (!target.widgetExists) {
+                report(u"reaches nothing, since no widget is named \"" + pieces.at(0)
+                       + u"\". Correct the key, or name a widget so.");
+            } else if (!target.propertyExists) {
+                report(u"changes nothing, since \"" + pieces.at(0) + u"\" has no property \"" + pieces.at(1)
+                       + u"\". Correct the name of the property.");
+            }
+        }
+    }
+}
+
+void checkRichText(const Project& project, QLatin1String rule, Findings* findings)
+{
+    const auto isFilledByKey = [&](const FormWidget& widget) {
+        return std::any_of(project.values.cbegin(), project.values.cend(), [&](const Values& values) {
+            return std::any_of(
+                values.properties.cbegin(), values.properties.cend(), [&](const Values::Entry& entry) {
+                    const QStringList pieces = entry.key.split(u'_');
+                    return pieces.size() > 1 && pieces.at(0) == widget.name && pieces.at(1) == u"text";
+                });
+        });
+    };
+    for (const Form& form : project.forms) {
+        for (const FormWidget& widget : form.widgets) {
+            const FormProperty* text = widget.property("text"_L1);
+            const bool showsValue = (text && hasPlaceholder(text->value.text)) || isFilledByKey(widget);
+            if (!showsValue || !ClassCatalog::inherits(ClassCatalog::created(form, widget), "QLabel"))
+                continue;
+            const FormProperty* format = widget.property("textFormat"_L1);
+            if (format && format->value.text.endsWith(u"PlainText"))
+                continue;
+            findings->append(
+                {rule, form.path, text ? text->value.line : widget.line,
+                 u"\"" + widget.name
+                     + u"\" would show markup in a client's value as rich text, links and pictures "
+                       "included. Set its textFormat to Qt::PlainText."});
+        }
+    }
+}
+
+void checkTranslations(const Project& project, QLatin1String rule, Findings* findings)
+{
+    const auto check = [&](const Form& form, const FormText& text, bool filledLater) {
+        if (!text.translatable || !hasWords(text.text))
+            return;
+        for (const Translation& translation : project.translations) {
+            if (isTranslated(translation, form, text, filledLater))
+                continue;
+            findings->append({rule, form.path, text.line,
+                              u"\"" + text.text.simplified() + u"\" has no translation for the locale "
+                                  + translation.locale
+                                  + u". Translate it, or mark the text as not translatable in Designer."});
+        }
+    };
+    for (const Form& form : project.forms) {
+        for (const FormText& text : form.otherTexts)
+            check(form, text, false);
+        for (const FormWidget& widget : form.widgets) {
+            for (const FormProperty& property : widget.properties) {
+                if (property.isString)
+                    check(form, property.value, isInterpolated(form, widget, property));
+            }
+        }
+    }
+}
