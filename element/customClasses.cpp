@@ -3,6 +3,8 @@
 #include <ZEFCommandLinkButton.h>
 #include <ZEFEllipsisLabel.h>
 #include <ZEFFlatButton.h>
+#include <ZEFFormatCell.h>
+#include <ZEFFormatEdit.h>
 #include <ZEFHyperlinkLabel.h>
 #include <ZEFLightStdButton.h>
 #include <ZEFLightStdSSButton.h>
@@ -30,6 +32,8 @@ const QList<CustomClass>& customClasses()
     static const QList<CustomClass> classes = {
         customClass<ZEFCommandLinkButton>("ZEFCommandLinkButton"),
         customClass<ZEFToggleButton>("ZEFToggleButton"),
+        customClass<ZEFFormatCell>("ZEFFormatCell"),
+        customClass<ZEFFormatEdit>("ZEFFormatEdit"),
         customClass<ZEFEllipsisLabel>("ZEFEllipsisLabel"),
         customClass<ZEFHyperlinkLabel>("ZEFHyperlinkLabel"),
         customClass<ZEFFlatButton>("ZEFFlatButton"),

@@ -13,6 +13,8 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleFactory>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -21,12 +23,18 @@ constexpr int largestLength = 16384;
 
 bool isVerbose = false;
 
-//! The library's debug lines, and connections that it tries in vain, say nothing about a form.
-void writeMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
+//! What Qt says about the form itself: its form loader and its style sheets.
+bool isAboutForm(const QString& message)
 {
-    const bool isNoise =
-        type == QtDebugMsg || type == QtInfoMsg || qstrcmp(context.category, "qt.core.qobject.connect") == 0;
-    if (isVerbose || !isNoise)
+    static const QStringList beginnings {u"Designer: "_s, u"QFormBuilder"_s, u"QUiLoader"_s, u"Could not parse"_s,
+                                         u"Unknown property"_s};
+    return std::any_of(beginnings.cbegin(), beginnings.cend(),
+                       [&](const QString& beginning) { return message.startsWith(beginning); });
+}
+
+void writeMessage(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    if (isVerbose || isAboutForm(message))
         writeError(u"zefui-preview"_s, message);
 }
 

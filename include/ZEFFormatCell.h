@@ -1,0 +1,232 @@
+#pragma once
+
+#include <ZEFCoercionSpec.h>
+#include <ZEFUIExport.h>
+
+#include <QtCore/QList>
+#include <QtCore/QPointer>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QString>
+#include <QtGui/QColor>
+#include <QtGui/QFocusEvent>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QPalette>
+#include <QtWidgets/QLineEdit>
+
+#include <memory>
+#include <vector>
+
+class CoercionPool;
+
+/*!
+ * One segment of a ZEFFormatEdit: a line edit that accepts what its pattern allows, steps to its
+ * neighbours at its edges, and judges its finished text by a final pattern.
+ *
+ * ZEFFormatEdit creates and configures its cells from a format. A cell can also stand alone in a form;
+ * its signals then ask for what only an edit can do, and nothing happens unless somebody answers.
+ *
+ * copy(), paste(), cut(), clear(), setText(), insert() and setMaxLength() hide functions of QLineEdit
+ * that are not virtual: a call through a QLineEdit pointer, the "text" property and the entries of the
+ * context menu get QLineEdit's own behaviour. So do the keyboard's shortcuts for the clipboard.
+ *
+ * Any signal of a cell may end in the deletion of the cell. A cell that its edit drops leaves the edit
+ * at once and sends no signals any more, but stays valid until the event that it is handling is over.
+ */
+class ZEFUI_EXPORT ZEFFormatCell : public QLineEdit {
+    Q_OBJECT
+
+public:
+    //! \a name becomes the object name, read as UTF-8; null means none.
+    explicit ZEFFormatCell(QWidget* parent, const char* name = nullptr);
+    ~ZEFFormatCell() override;
+
+    //! The cell's position in its edit, from 0; sent with most signals; 0 at first.
+    int id() const;
+    //! The least length, which the edit demands; 0 marks an optional cell; -1, as at first, means none was
+    //! given.
+    int minLength() const;
+    //! 0 none, 1 lower case, 2 upper case.
+    int enforceCase() const;
+    //! Whether the whole edit counts as selected; see setSelectOutside().
+    bool selectOutside() const;
+    //! The pattern of setRegexp(); empty when a validator of another kind is installed.
+    QString regexp() const;
+    //! The pattern of setFinalRegExp().
+    QString finalRegExp() const;
+    QString ignore() const;
+    QString prefix() const;
+    QString suffix() const;
+    //! The pairs of the last setEquivs() whose length was even.
+    QString equivs() const;
+
+    /*!
+     * Draws a line of \a height pixels in \a colour along the bottom edge and makes room for it. A
+     * height of 0 or less takes the height away and keeps the colour: a line of one pixel stays.
+     */
+    void setBottomHighlight(int height, const QColor& colour);
+
+    //! The application palette with the base colour of a tool tip, a little darker where both are the same.
+    static QPalette optionalPalette();
+    //! The application palette in the colours of a selection. The library itself never uses it.
+    static QPalette selectedPalette();
+
+    bool event(QEvent* e) override;
+
+public Q_SLOTS:
+    /*!
+     * Whether the text passes the final pattern as it stands, with characters coerced, in upper case or
+     * in lower case; the text is rewritten to the form that passed. The minimum length is not asked.
+     *
+     * Coercion tries up to 200,000 distinct texts, of up to 1,000 characters even then, and gives up
+     * beyond: the text then counts as not matched.
+     */
+    virtual bool validate();
+    /*!
+     * Adds \a spec to those that validate() tries. It is not taken over: the caller keeps it, longer
+     * than the cell lives, and may add it to several cells. Null is ignored.
+     */
+    virtual void addCoercionSpec(ZEFCoercionSpec* spec);
+    /*!
+     * Installs a validator for \a pattern, which must match the whole text. The validator that was
+     * installed before is deleted, also one that the caller made: give the cell only validators that
+     * were created with new and that nobody else uses. An invalid pattern accepts no characters.
+     */
+    virtual void setRegexp(const QString& pattern);
+    //! The pattern that a finished text must fill; empty accepts any text, an invalid one only an empty text.
+    virtual void setFinalRegExp(const QString& pattern);
+    /*!
+     * Adds a coercion for the whole cell, owned by the cell. Each call adds another. equivs() changes
+     * only when the length of \a pairs is even.
+     */
+    virtual void setEquivs(const QString& pairs);
+    virtual void setId(int id);
+    /*!
+     * Limits the text to \a length characters and fixes the cell's width accordingly: average wide
+     * characters for \a length + 1 of them, and 10 pixels. Negative counts as 0.
+     */
+    virtual void setMaxLength(int length);
+    //! The characters that are swallowed when they are typed.
+    virtual void setIgnore(const QString& characters);
+    //! The separators before and after the cell, as the edit joins them into its text.
+    virtual void setPrefix(const QString& text);
+    virtual void setSuffix(const QString& text);
+    //! Copies the selected text, or asks by copyMe() for the text of the whole edit.
+    virtual void copy();
+    //! Pastes what fits into this cell, or asks by pasteMe() for the clipboard to be spread over the edit.
+    virtual void paste();
+    //! Only asks, by cutMe().
+    virtual void cut();
+    //! Only asks, by deleteMe(). To empty the cell, set an empty text.
+    virtual void clear();
+    //! Stores \a length; an optional cell (0) gets the base colour of optionalPalette(), others the
+    //! application palette.
+    virtual void setMinLength(int length);
+    /*!
+     * Changes nothing. A subclass that selects whole edits overrides it and sets m_selectOutside.
+     */
+    virtual void setSelectOutside(bool on);
+    //! The case of setText() and insert() from now on; what is typed or pasted keeps its case.
+    virtual void setEnforceCase(int mode);
+    virtual void setText(const QString& text);
+    virtual void insert(const QString& text);
+    //! Selects again, and puts the caret back to, what was kept at the last release of the mouse.
+    virtual void reselect();
+
+protected Q_SLOTS:
+    //! Emits textChanged(int, QString&) for every change of the text.
+    virtual void textChanged(const QString& text);
+
+public Q_SLOTS:
+    //! \a text in the enforced case.
+    virtual QString checkInput(const QString& text);
+
+Q_SIGNALS:
+    /*!
+     * The caret wants to leave at that side. \a e is a key that the neighbour should handle as well, or
+     * null.
+     */
+    void moveLeft(int id, QKeyEvent* e);
+    void moveRight(int id, QKeyEvent* e);
+    void moveTo(int idFrom, int idTo, QKeyEvent* e);
+    void focusOut(int id, QFocusEvent* e);
+    //! \a text is a copy: changing it does not change the cell.
+    void textChanged(int id, QString& text);
+    void copyMe();
+    void pasteMe();
+    void cutMe();
+    void deleteMe();
+    //! The mouse left or entered the cell while it was selecting.
+    void selectOutside(bool outside);
+
+protected:
+    void mousePressEvent(QMouseEvent* e) override;
+    void mouseReleaseEvent(QMouseEvent* e) override;
+    void mouseMoveEvent(QMouseEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+    void focusOutEvent(QFocusEvent* e) override;
+    void paintEvent(QPaintEvent* e) override;
+
+    //! The whole edit is selected; keys then act on all of it.
+    bool m_selectOutside = false;
+
+private:
+    Q_DISABLE_COPY_MOVE(ZEFFormatCell)
+    friend class ZEFFormatEdit;
+    friend class FormatEditBuilder;
+
+    // Keeps a retired cell alive as long as somebody works with it.
+    class Use {
+    public:
+        explicit Use(ZEFFormatCell* cell);
+        ~Use();
+
+    private:
+        Q_DISABLE_COPY_MOVE(Use)
+        QPointer<ZEFFormatCell> m_cell;
+    };
+    class SignalsBlocked {
+    public:
+        explicit SignalsBlocked(ZEFFormatCell* cell);
+        ~SignalsBlocked();
+
+    private:
+        Q_DISABLE_COPY_MOVE(SignalsBlocked)
+        QPointer<ZEFFormatCell> m_cell;
+        bool m_before;
+    };
+
+    void retire();
+    void shareCoercions(const std::shared_ptr<const CoercionPool>& pool);
+    void addOwnCoercion(const QString& pairs, int start);
+
+    bool matchesFinalRegexp(const QString& text) const;
+    bool validateEquivalents(QString& text) const;
+
+    void backspaceTyped(QKeyEvent* e);
+    void characterTyped(QKeyEvent* e);
+    void saveSelection();
+
+    int m_id = 0;
+    int m_minLength = -1;
+    QString m_ignore;
+    QString m_prefix;
+    QString m_suffix;
+    QString m_equivs;
+    QRegularExpression m_finalRegExp;
+    bool m_mousePressed = false;
+    int m_savedSelectionStart = -1;
+    int m_savedSelectionEnd = -1;
+    int m_savedCursor = 0;
+    int m_enforceCase = 0;
+    QList<ZEFCoercionSpec*> m_coercionSpecs;
+    int m_bottomHighlightHeight = 0;
+    QColor m_bottomHighlightColour = Qt::white;
+
+    // Specs of the format come before m_coercionSpecs; all cells of a format share them.
+    std::shared_ptr<const CoercionPool> m_pool;
+    qsizetype m_poolCount = 0;
+    std::vector<std::unique_ptr<ZEFCoercionSpec>> m_ownSpecs;
+    int m_rewrites = 0;
+    int m_uses = 0;
+    bool m_retired = false;
+};
