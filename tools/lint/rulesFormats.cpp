@@ -1,5 +1,126 @@
+// The formats of format edits, read by the machine that builds the edits.
+
+#include "ClassCatalog.h"
 #include "RuleGroups.h"
-void checkFormatSyntax(const Project&, QLatin1String, Findings*) { }
-void checkFormatCells(const Project&, QLatin1String, Findings*) { }
-void checkFormatLiterals(const Project&, QLatin1String, Findings*) { }
-void checkFormatPatterns(const Project&, QLatin1String, Findings*) { }
+#include "formatinput/FormatParser.h"
+
+#include <QtCore/QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+//! Writes down what becomes of a format.
+class FormatNotes : public FormatBuilder {
+public:
+    void addCell(const FormatCell& cell) override
+    {
+        cells.append(cell);
+        patterns.append(cell.pattern);
+    }
+    void setFinalPattern(const QString& pattern) override { patterns.append(pattern); }
+    void reportUnexpected(const QString& character) override { unexpected.append(character); }
+    void reportUnexpectedAfterMinimum(const QString& character) override
+    {
+        unexpectedAfterMinimum.append(character);
+    }
+    void reportDropped(const QString& text) override { dropped.append(text); }
+
+    QList<FormatCell> cells;
+    QStringList patterns;
+    QStringList unexpected;
+    QStringList unexpectedAfterMinimum;
+    QStringList dropped;
+    QString master;
+};
+
+/*!
+ * Calls \a check with what becomes of each format of the project and a function that reports a problem
+ * of it.
+ */
+template <typename Check>
+void forEachFormat(const Project& project, QLatin1String rule, Findings* findings, Check check)
+{
+    for (const Form& form : project.forms) {
+        for (const FormWidget& widget : form.widgets) {
+            const FormProperty* format = widget.property("format"_L1);
+            // What a placeholder makes of a format is known only when it is filled.
+            if (!format || format->value.text.contains(u"%{")
+                || !ClassCatalog::inherits(ClassCatalog::created(form, widget), "ZEFFormatEdit"))
+                continue;
+            FormatNotes notes;
+            notes.master = FormatParser(format->value.text, notes).run();
+            check(notes, [&](const QString& problem) {
+                findings->append({rule, form.path, format->value.line,
+                                  u"in the format of \"" + widget.name + u"\" " + problem});
+            });
+        }
+    }
+}
+
+bool isValid(const QString& pattern)
+{
+    return QRegularExpression(pattern).isValid();
+}
+
+} // namespace
+
+void checkFormatSyntax(const Project& project, QLatin1String rule, Findings* findings)
+{
+    forEachFormat(project, rule, findings, [](const FormatNotes& notes, auto report) {
+        for (const QString& character : notes.unexpected) {
+            report(u"the character " + character
+                   + u" of a count block is ignored. Between { and } write digits, a comma, bars and colons "
+                     u"only.");
+        }
+        for (const QString& character : notes.unexpectedAfterMinimum) {
+            report(
+                u"the " + character
+                + u" after a minimum is ignored, and the digits on both sides become one number. Leave out "
+                  "either the minimum or the coercion ranges.");
+        }
+    });
+}
+
+void checkFormatCells(const Project& project, QLatin1String rule, Findings* findings)
+{
+    forEachFormat(project, rule, findings, [](const FormatNotes& notes, auto report) {
+        for (qsizetype i = 0; i < notes.cells.size(); ++i) {
+            if (notes.cells.at(i).maxLength > 0)
+                continue;
+            report(u"the cell (" + notes.cells.at(i).pattern + u"), number " + QString::number(i + 1)
+                   + u", accepts no characters. Write its length in a count block before it, such as {3}.");
+        }
+    });
+}
+
+void checkFormatLiterals(const Project& project, QLatin1String rule, Findings* findings)
+{
+    forEachFormat(project, rule, findings, [](const FormatNotes& notes, auto report) {
+        for (const QString& text : notes.dropped) {
+            const bool isSeparator = !text.startsWith(u'(') && !text.startsWith(u'{');
+            report(u"the end \"" + text
+                   + (isSeparator ? u"\" is dropped. Write {} after it to show it."_s
+                                  : u"\" is dropped. Close the bracket."_s));
+        }
+    });
+}
+
+void checkFormatPatterns(const Project& project, QLatin1String rule, Findings* findings)
+{
+    forEachFormat(project, rule, findings, [](const FormatNotes& notes, auto report) {
+        bool allValid = true;
+        for (const QString& pattern : notes.patterns) {
+            const QRegularExpression expression(pattern);
+            if (expression.isValid())
+                continue;
+            allValid = false;
+            report(u"(" + pattern + u") is no valid regular expression: " + expression.errorString()
+                   + u". Correct it; a nested group closes with \\).");
+        }
+        if (allValid && !isValid(notes.master))
+            report(
+                u"the cells and separators together are no valid regular expression, so that no text is ever "
+                "complete. Escape the signs of the separators."_s);
+    });
+}

@@ -26,8 +26,8 @@ bool isVerbose = false;
 //! What Qt says about the form itself: its form loader and its style sheets.
 bool isAboutForm(const QString& message)
 {
-    static const QStringList beginnings {u"Designer: "_s, u"QFormBuilder"_s, u"QUiLoader"_s, u"Could not parse"_s,
-                                         u"Unknown property"_s};
+    static const QStringList beginnings{u"Designer: "_s, u"QFormBuilder"_s, u"QUiLoader"_s,
+                                        u"Could not parse"_s, u"Unknown property"_s};
     return std::any_of(beginnings.cbegin(), beginnings.cend(),
                        [&](const QString& beginning) { return message.startsWith(beginning); });
 }
