@@ -242,6 +242,7 @@ void FormReader::endElement()
     default:
         break;
     }
+    m_text.clear();
     while (!m_openSuppressions.isEmpty() && m_openSuppressions.constLast().depth > m_open.size()) {
         m_form.suppressions[m_openSuppressions.constLast().index].lastLine = m_xml.lineNumber();
         m_openSuppressions.removeLast();

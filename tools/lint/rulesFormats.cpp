@@ -63,6 +63,16 @@ bool isValid(const QString& pattern)
     return QRegularExpression(pattern).isValid();
 }
 
+//! How to keep the dropped end of a format.
+QString adviceFor(const QString& dropped)
+{
+    if (dropped.startsWith(u'{'))
+        return u"Close the count block."_s;
+    if (dropped.startsWith(u'('))
+        return u"Close the group; a nested one is written \\( and \\)."_s;
+    return u"Write {} after it to show it."_s;
+}
+
 } // namespace
 
 void checkFormatSyntax(const Project& project, QLatin1String rule, Findings* findings)
@@ -76,8 +86,8 @@ void checkFormatSyntax(const Project& project, QLatin1String rule, Findings* fin
         for (const QString& character : notes.unexpectedAfterMinimum) {
             report(
                 u"the " + character
-                + u" after a minimum is ignored, and the digits on both sides become one number. Leave out "
-                  "either the minimum or the coercion ranges.");
+                + u" after a minimum is ignored, and the digits on both sides become one number. A minimum "
+                  "stays in force behind a separator; leave out either it or the coercion ranges.");
         }
     });
 }
@@ -97,12 +107,8 @@ void checkFormatCells(const Project& project, QLatin1String rule, Findings* find
 void checkFormatLiterals(const Project& project, QLatin1String rule, Findings* findings)
 {
     forEachFormat(project, rule, findings, [](const FormatNotes& notes, auto report) {
-        for (const QString& text : notes.dropped) {
-            const bool isSeparator = !text.startsWith(u'(') && !text.startsWith(u'{');
-            report(u"the end \"" + text
-                   + (isSeparator ? u"\" is dropped. Write {} after it to show it."_s
-                                  : u"\" is dropped. Close the bracket."_s));
-        }
+        for (const QString& text : notes.dropped)
+            report(u"the end \"" + text + u"\" is dropped. " + adviceFor(text));
     });
 }
 
@@ -116,7 +122,7 @@ void checkFormatPatterns(const Project& project, QLatin1String rule, Findings* f
                 continue;
             allValid = false;
             report(u"(" + pattern + u") is no valid regular expression: " + expression.errorString()
-                   + u". Correct it; a nested group closes with \\).");
+                   + u". Correct it; a nested group is written \\( and \\).");
         }
         if (allValid && !isValid(notes.master))
             report(
