@@ -20,6 +20,12 @@ namespace {
 constexpr qsizetype maxVariants = 200'000;
 constexpr qint64 maxCharactersVisited = 2'000'000'000;
 
+// Qt keeps contents margins in 16 bits.
+constexpr int thickestHighlight = std::numeric_limits<qint16>::max();
+
+// Qt takes one pixel more for no width at all.
+constexpr qint64 widestCell = QWIDGETSIZE_MAX - 1;
+
 // A rewritten text that validates to yet another text, and so on for ever, ends here.
 constexpr int maxNestedRewrites = 16;
 
@@ -145,7 +151,7 @@ QString ZEFFormatCell::equivs() const
 
 void ZEFFormatCell::setBottomHighlight(int height, const QColor& colour)
 {
-    m_bottomHighlightHeight = std::clamp(height, 0, QWIDGETSIZE_MAX);
+    m_bottomHighlightHeight = std::clamp(height, 0, thickestHighlight);
     if (m_bottomHighlightHeight > 0) {
         m_bottomHighlightColour = colour;
         QMargins margins = contentsMargins();
@@ -243,7 +249,7 @@ void ZEFFormatCell::setMaxLength(int length)
         return;
     const qint64 tenWide = fontMetrics().boundingRect(QStringLiteral("XXXWWWWWWW")).width();
     const qint64 width = tenWide * (qint64(atLeastNone) + 1) / 10 + 10;
-    setFixedWidth(static_cast<int>(std::min<qint64>(width, QWIDGETSIZE_MAX)));
+    setFixedWidth(static_cast<int>(std::min(width, widestCell)));
 }
 
 void ZEFFormatCell::setIgnore(const QString& characters)

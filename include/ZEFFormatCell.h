@@ -26,8 +26,9 @@ class CoercionPool;
  * its signals then ask for what only an edit can do, and nothing happens unless somebody answers.
  *
  * copy(), paste(), cut(), clear(), setText(), insert() and setMaxLength() hide functions of QLineEdit
- * that are not virtual: a call through a QLineEdit pointer, the "text" property and the entries of the
- * context menu get QLineEdit's own behaviour. So do the keyboard's shortcuts for the clipboard.
+ * that are not virtual: a call through a QLineEdit pointer, the "text" property and the keyboard's
+ * shortcuts for the clipboard get QLineEdit's own behaviour. The entries of the context menu call one
+ * or the other, depending on the version of Qt.
  *
  * Any signal of a cell may end in the deletion of the cell. A cell that its edit drops leaves the edit
  * at once and sends no signals any more, but stays valid until the event that it is handling is over.
