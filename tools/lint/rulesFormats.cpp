@@ -4,6 +4,7 @@
 #include "RuleGroups.h"
 #include "formatinput/FormatParser.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -46,7 +47,7 @@ void forEachFormat(const Project& project, QLatin1String rule, Findings* finding
             const FormProperty* format = widget.property("format"_L1);
             // What a placeholder makes of a format is known only when it is filled.
             if (!format || format->value.text.contains(u"%{")
-                || !ClassCatalog::inherits(ClassCatalog::created(form, widget), "ZEFFormatEdit"))
+                || !ClassCatalog::inherits(widget.created, "ZEFFormatEdit"))
                 continue;
             FormatNotes notes;
             notes.master = FormatParser(format->value.text, notes).run();
@@ -58,9 +59,16 @@ void forEachFormat(const Project& project, QLatin1String rule, Findings* finding
     }
 }
 
-bool isValid(const QString& pattern)
+//! What is wrong with a regular expression; empty for a valid one.
+QString errorOf(const QString& pattern)
 {
-    return QRegularExpression(pattern).isValid();
+    // Compiling takes long, and the edits of a program share a few patterns.
+    static QHash<QString, QString> known;
+    const auto found = known.constFind(pattern);
+    if (found != known.cend())
+        return *found;
+    const QRegularExpression expression(pattern);
+    return *known.insert(pattern, expression.isValid() ? QString() : expression.errorString());
 }
 
 //! How to keep the dropped end of a format.
@@ -117,14 +125,14 @@ void checkFormatPatterns(const Project& project, QLatin1String rule, Findings* f
     forEachFormat(project, rule, findings, [](const FormatNotes& notes, auto report) {
         bool allValid = true;
         for (const QString& pattern : notes.patterns) {
-            const QRegularExpression expression(pattern);
-            if (expression.isValid())
+            const QString error = errorOf(pattern);
+            if (error.isEmpty())
                 continue;
             allValid = false;
-            report(u"(" + pattern + u") is no valid regular expression: " + expression.errorString()
+            report(u"(" + pattern + u") is no valid regular expression: " + error
                    + u". Correct it; a nested group is written \\( and \\).");
         }
-        if (allValid && !isValid(notes.master))
+        if (allValid && !errorOf(notes.master).isEmpty())
             report(
                 u"the cells and separators together are no valid regular expression, so that no text is ever "
                 "complete. Escape the signs of the separators."_s);

@@ -119,7 +119,7 @@ private:
 WidgetTree::WidgetTree(const Form& form)
 {
     for (const FormWidget& widget : form.widgets)
-        m_nodes.append({ClassCatalog::created(form, widget), widget.name, widget.parent});
+        m_nodes.append({widget.created, widget.name, widget.parent});
     // Parts have parts too, but none has one of its own class, so this ends.
     QHash<qsizetype, qsizetype> holders;
     for (qsizetype owner = 0; owner < m_nodes.size(); ++owner)
