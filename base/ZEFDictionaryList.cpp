@@ -10,7 +10,7 @@ namespace {
 
 constexpr QStringView opening = u"%{";
 // A short text and a long value, both of a client, must not use up the memory of a service.
-constexpr qsizetype longestResult = 0x4000000;
+constexpr qsizetype longestResult = 64 << 20;
 
 //! The lengths of all keys that hold a "%{" themselves; normally none.
 QSet<qsizetype> lengthsOfNestedKeys(const QList<ZEFDictionaryBase*>& dictionaries)

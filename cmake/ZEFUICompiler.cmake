@@ -31,9 +31,36 @@ if(ZEFUI_COVERAGE)
     add_link_options(--coverage)
 endif()
 
+# For the export headers: what MSVC would warn of in every source that includes a public header.
+set(ZEFUI_EXPORT_HEADER_CONTENT [[
+#if defined(_MSC_VER)
+// The private members of exported classes are Qt's and the standard library's templates, and some bases
+// stay inside the DLL. No inline function touches them, so users need no interface to them (C4251, C4275).
+#pragma warning(disable : 4251 4275)
+#endif
+]])
+
+# The version resource that Windows shows for a DLL or a program
+function(zefui_version_resource target)
+    get_target_property(type ${target} TYPE)
+    if(NOT WIN32 OR NOT type MATCHES "^(EXECUTABLE|SHARED_LIBRARY|MODULE_LIBRARY)$")
+        return()
+    endif()
+    set(file_type VFT_DLL)
+    if(type STREQUAL "EXECUTABLE")
+        set(file_type VFT_APP)
+    endif()
+    string(REPLACE "." "," version_numbers ${PROJECT_VERSION},0)
+    set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc)
+    configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/version.rc.in ${resource}.in @ONLY)
+    file(GENERATE OUTPUT ${resource} INPUT ${resource}.in)
+    target_sources(${target} PRIVATE ${resource})
+endfunction()
+
 # zefui_compile_options(<target>...): this project's warnings and Qt restrictions, private to the target
 function(zefui_compile_options)
     foreach(target IN LISTS ARGN)
+        zefui_version_resource(${target})
         target_compile_definitions(${target} PRIVATE
             QT_NO_CAST_FROM_ASCII
             QT_NO_CAST_TO_ASCII

@@ -9,7 +9,8 @@ set_target_properties(zefui PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PR
 
 generate_export_header(zefui
     BASE_NAME ZEFUI
-    EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/generated/include/ZEFUIExport.h)
+    EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/generated/include/ZEFUIExport.h
+    CUSTOM_CONTENT_FROM_VARIABLE ZEFUI_EXPORT_HEADER_CONTENT)
 if(NOT BUILD_SHARED_LIBS)
     target_compile_definitions(zefui PUBLIC ZEFUI_STATIC_DEFINE)
 endif()

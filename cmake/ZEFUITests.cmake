@@ -13,6 +13,9 @@ set(ZEFUI_TEST_ENVIRONMENT
     LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0
     ASAN_OPTIONS=detect_stack_use_after_return=1
     UBSAN_OPTIONS=print_stacktrace=1)
+if(CMAKE_CROSSCOMPILING)
+    list(APPEND ZEFUI_TEST_ENVIRONMENT ZEFUI_WINE_TEMPLATE=${PROJECT_BINARY_DIR}/wine-prefix)
+endif()
 
 # The library's objects in an archive, for tests of classes that the shared library does not export.
 if(BUILD_SHARED_LIBS)
@@ -27,11 +30,15 @@ endif()
 # zefui_add_test(<program> SOURCES <source>... [LIBRARIES <target>...] [PLATFORMS offscreen|xcb...]
 #                [TIMEOUT <seconds>] [INTERNALS])
 # Builds a test program and registers it as <program>.<platform>, by default on the offscreen platform
-# only. On xcb each program runs on an X server and under a window manager of its own. With INTERNALS the
-# program reaches the library's own classes too; without, only what the library exports.
+# only. On xcb each program runs on an X server and under a window manager of its own. For Windows it is
+# registered once, as <program>.windows; a cross-built program runs under Wine and is skipped when a DLL
+# that it needs is not there. With INTERNALS the program reaches the library's own classes too; without,
+# only what the library exports.
 function(zefui_add_test program)
     cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNALS" "TIMEOUT" "SOURCES;LIBRARIES;PLATFORMS")
-    if(NOT arg_PLATFORMS)
+    if(WIN32)
+        set(arg_PLATFORMS windows)
+    elseif(NOT arg_PLATFORMS)
         set(arg_PLATFORMS offscreen)
     endif()
     if(NOT arg_TIMEOUT)
@@ -56,5 +63,15 @@ function(zefui_add_test program)
             ENVIRONMENT "QT_QPA_PLATFORM=${platform};${ZEFUI_TEST_ENVIRONMENT}"
             LABELS ${platform}
             TIMEOUT ${arg_TIMEOUT})
+        if(CMAKE_CROSSCOMPILING)
+            # The code of tests/support/with-wine; a test program exits with at most 127.
+            set_tests_properties(${program}.${platform} PROPERTIES SKIP_RETURN_CODE 200)
+        elseif(WIN32)
+            # A program finds the DLLs of Qt, and of the compiler, only along PATH.
+            cmake_path(GET CMAKE_CXX_COMPILER PARENT_PATH compiler_folder)
+            set(prepend "PATH=path_list_prepend:")
+            set_tests_properties(${program}.${platform} PROPERTIES ENVIRONMENT_MODIFICATION
+                "${prepend}$<PATH:NATIVE_PATH,${compiler_folder}>;${prepend}$<PATH:NATIVE_PATH,$<TARGET_FILE_DIR:Qt6::Core>>")
+        endif()
     endforeach()
 endfunction()

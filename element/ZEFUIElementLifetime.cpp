@@ -32,12 +32,6 @@ bool isExactly(const QObject* object, const char* className)
     return object && object->metaObject() && qstrcmp(object->metaObject()->className(), className) == 0;
 }
 
-//! A process id as the operating system means it, whatever the sign it was stored with.
-quint32 unsignedProcessId(qint64 id)
-{
-    return static_cast<quint32>(id);
-}
-
 } // namespace
 
 ZEFUIElementPrivate::DeletionGuard::DeletionGuard(ZEFUIElement* element)
@@ -178,15 +172,7 @@ bool ZEFUIElement::bringToFront(bool)
         if (!self || !d->widget)
             return false;
     }
-    ForegroundWindow& foreground = ForegroundWindow::instance();
-    const std::optional<qint64> owner = foreground.ownerProcess();
-    if (!owner)
-        return false;
-    // Never in front of another application that the user has switched to.
-    if (*owner != ForegroundWindow::UnknownProcess
-        && unsignedProcessId(*owner) == unsignedProcessId(d->clientPID))
-        foreground.putInFront(d->widget);
-    return true;
+    return ForegroundWindow::stepInFrontOf(d->clientPID, d->widget);
 }
 
 void ZEFUIElement::housekeeping()
@@ -259,3 +245,5 @@ ZEFUIWidget* ZEFUIElement::widgetFromChild(QObject* object)
     QObject* top = topMostAncestor(object);
     return isExactly(top, "ZEFUIWidget") ? static_cast<ZEFUIWidget*>(top) : nullptr;
 }
+
+#include "moc_ZEFUIElement.cpp"

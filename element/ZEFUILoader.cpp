@@ -30,3 +30,5 @@ QWidget* ZEFUILoader::createWidget(const QString& className, QWidget* parent, co
     widget->setObjectName(name);
     return widget;
 }
+
+#include "moc_ZEFUILoader.cpp"

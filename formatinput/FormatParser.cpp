@@ -20,6 +20,7 @@ void FormatBuilder::setFinalPattern(const QString&) { }
 void FormatBuilder::setSuffix(const QString&) { }
 void FormatBuilder::reportUnexpected(const QString&) { }
 void FormatBuilder::reportUnexpectedAfterMinimum(const QString&) { }
+void FormatBuilder::reportDropped(const QString&) { }
 
 FormatParser::FormatParser(QStringView format, FormatBuilder& builder)
     : m_format(format)
@@ -53,6 +54,8 @@ QString FormatParser::run()
             ++m_position;
     }
     // A literal still pending here is deliberately dropped; "{}" after it makes it the last separator.
+    if (m_state != State::Between)
+        reportDropped();
     if (!m_prefix.isEmpty())
         m_builder.setSuffix(m_prefix);
     return m_master;
@@ -246,4 +249,16 @@ void FormatParser::reportUnexpected()
         length = 2;
     m_builder.reportUnexpected(m_format.sliced(m_position, length).toString());
     m_position += length - 1;
+}
+
+void FormatParser::reportDropped()
+{
+    const State open = m_state == State::Escape ? m_savedState : m_state;
+    const QString escape = m_state == State::Escape ? QStringLiteral("\\") : QString();
+    if (open == State::Count)
+        m_builder.reportDropped(QStringLiteral("{"));
+    else if (open == State::Group)
+        m_builder.reportDropped(u'(' + m_text + escape);
+    else
+        m_builder.reportDropped(m_text + escape);
 }

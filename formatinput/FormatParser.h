@@ -38,6 +38,8 @@ public:
     //! \a character is one character, not more than two code units.
     virtual void reportUnexpected(const QString& character);
     virtual void reportUnexpectedAfterMinimum(const QString& character);
+    //! The format ends inside a separator, group, escape or count block, of which nothing is built.
+    virtual void reportDropped(const QString& text);
 
 private:
     Q_DISABLE_COPY_MOVE(FormatBuilder)
@@ -73,6 +75,7 @@ private:
     void finishGroup();
     void addNumberToMaxLength();
     void reportUnexpected();
+    void reportDropped();
 
     QStringView m_format;
     FormatBuilder& m_builder;

@@ -1,8 +1,9 @@
 #include <ZEFFormatCell.h>
 
 #include "CoercionPool.h"
+#include "CoercionSearch.h"
+#include "SignatureConnection.h"
 
-#include <QtCore/QSet>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QMouseEvent>
@@ -15,10 +16,6 @@
 #include <limits>
 
 namespace {
-
-// How much a search for coerced texts may cost before it gives up.
-constexpr qsizetype maxVariants = 200'000;
-constexpr qint64 maxCharactersVisited = 2'000'000'000;
 
 // Qt keeps contents margins in 16 bits.
 constexpr int thickestHighlight = std::numeric_limits<qint16>::max();
@@ -50,6 +47,22 @@ bool isOneCharacter(const QString& text)
 {
     return text.size() == 1
         || (text.size() == 2 && text.at(0).isHighSurrogate() && text.at(1).isLowSurrogate());
+}
+
+// Shaping the text costs as much as the rest of a cell, and cells of a form share their font.
+qint64 tenCharactersWidth(const QWidget& widget)
+{
+    struct Measured {
+        QFont font;
+        int dpi = 0;
+        int width = 0;
+    };
+    static Measured last;
+    if (last.dpi != widget.logicalDpiX() || last.font != widget.font()) {
+        const QRect rectangle = widget.fontMetrics().boundingRect(QStringLiteral("XXXWWWWWWW"));
+        last = {widget.font(), widget.logicalDpiX(), rectangle.width()};
+    }
+    return last.width;
 }
 
 QColor optionalBase()
@@ -93,7 +106,9 @@ ZEFFormatCell::ZEFFormatCell(QWidget* parent, const char* name)
 {
     setObjectName(QString::fromUtf8(name));
     setDragEnabled(false);
-    QObject::connect(this, "2textChanged(const QString&)", this, "1textChanged(const QString&)");
+    static const SignatureConnection<ZEFFormatCell, ZEFFormatCell> announcement(
+        "2textChanged(const QString&)", "1textChanged(const QString&)");
+    announcement.make(this, this);
 }
 
 ZEFFormatCell::~ZEFFormatCell() = default;
@@ -247,8 +262,7 @@ void ZEFFormatCell::setMaxLength(int length)
     QLineEdit::setMaxLength(atLeastNone);
     if (!self)
         return;
-    const qint64 tenWide = fontMetrics().boundingRect(QStringLiteral("XXXWWWWWWW")).width();
-    const qint64 width = tenWide * (qint64(atLeastNone) + 1) / 10 + 10;
+    const qint64 width = tenCharactersWidth(*this) * (qint64(atLeastNone) + 1) / 10 + 10;
     setFixedWidth(static_cast<int>(std::min(width, widestCell)));
 }
 
@@ -547,46 +561,15 @@ bool ZEFFormatCell::validateEquivalents(QString& text) const
     const qsizetype specCount = m_poolCount + m_coercionSpecs.size();
     if (specCount == 0)
         return matchesFinalRegexp(text);
-
-    // Spec j is deliberately asked about position j only. So nothing behind the last spec ever changes,
-    // and the search works on what stands before it.
-    const qsizetype asked = std::min(specCount, text.size());
-    const QString tail = text.sliced(asked);
-    QSet<QString> found = {text.first(asked)};
-    QList<QString> candidates = {text.first(asked)};
-    QList<QString> variants;
-    qint64 visited = 0;
-    for (qsizetype pass = 0; pass < text.size() && !candidates.isEmpty(); ++pass) {
-        QList<QString> failed;
-        for (const QString& candidate : std::as_const(candidates)) {
-            for (qsizetype j = 0; j < asked; ++j) {
-                const ZEFCoercionSpec* spec =
-                    j < m_poolCount ? m_pool->at(j) : m_coercionSpecs.at(j - m_poolCount);
-                variants.clear();
-                spec->coerce(static_cast<int>(j), candidate, variants);
-                visited += spec->spec().size() + variants.size() * asked + 1;
-                for (const QString& variant : std::as_const(variants)) {
-                    const qsizetype distinct = found.size();
-                    found.insert(variant);
-                    if (found.size() == distinct)
-                        continue;
-                    const QString whole = variant + tail;
-                    if (matchesFinalRegexp(whole)) {
-                        text = whole;
-                        return true;
-                    }
-                    visited += text.size();
-                    if (distinct >= maxVariants)
-                        return false;
-                    failed.append(variant);
-                }
-                if (visited > maxCharactersVisited)
-                    return false;
-            }
-        }
-        candidates = std::move(failed);
-    }
-    return false;
+    // Spec j is deliberately asked about position j only, so positions without a spec never change.
+    const auto positions = static_cast<int>(std::min(specCount, text.size()));
+    const auto spec = [this](int j) {
+        return j < m_poolCount ? m_pool->at(j) : m_coercionSpecs.at(j - m_poolCount);
+    };
+    CoercionSearch search(text, positions);
+    return search.run([&](int j, const QString& candidate,
+                          QList<QString>& variants) { spec(j)->coerce(j, candidate, variants); },
+                      [this](const QString& variant) { return matchesFinalRegexp(variant); }, &text);
 }
 
 void ZEFFormatCell::backspaceTyped(QKeyEvent* e)

@@ -1,6 +1,7 @@
 #include <ZEFFormatEdit.h>
 
-#include <QtCore/QScopedValueRollback>
+#include "SignatureConnection.h"
+
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtWidgets/QApplication>
@@ -35,7 +36,9 @@ ZEFFormatEdit::ZEFFormatEdit(QWidget* parent, const char* name, Qt::WindowFlags 
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     row->setContentsMargins(2, 2, 2, 2);
     row->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    QObject::connect(QGuiApplication::clipboard(), "2selectionChanged()", this, "1deselect()");
+    static const SignatureConnection<QClipboard, ZEFFormatEdit> deselection("2selectionChanged()",
+                                                                            "1deselect()");
+    deselection.make(QGuiApplication::clipboard(), this);
 }
 
 ZEFFormatEdit::~ZEFFormatEdit()

@@ -4,6 +4,7 @@
 
 #include "CoercionPool.h"
 #include "FormatParser.h"
+#include "SignatureConnection.h"
 
 #include <QtCore/QDebug>
 #include <QtWidgets/QLabel>
@@ -96,8 +97,7 @@ private:
 
     void connect(ZEFFormatCell* cell) const
     {
-        // Forms and subclasses know these spellings.
-        static constexpr const char* connections[][2] = {
+        static const SignatureConnection<ZEFFormatCell, ZEFFormatEdit> connections[] = {
             {"2moveLeft(int, QKeyEvent*)", "1moveLeft(int, QKeyEvent*)"},
             {"2moveRight(int, QKeyEvent*)", "1moveRight(int, QKeyEvent*)"},
             {"2textChanged(int, QString&)", "1editorTextChanged(int)"},
@@ -108,8 +108,8 @@ private:
             {"2moveTo(int, int, QKeyEvent*)", "1moveTo(int, int, QKeyEvent*)"},
             {"2focusOut( int, QFocusEvent*)", "1childFocusedOut( int, QFocusEvent*)"},
         };
-        for (const auto& [signal, slot] : connections)
-            QObject::connect(cell, signal, m_edit, slot);
+        for (const auto& connection : connections)
+            connection.make(cell, m_edit);
     }
 
     ZEFFormatEdit* m_edit;

@@ -164,3 +164,5 @@ void ZEFUIDialog::respond()
     }
     QTimer::singleShot(1, m_element, SLOT(destroy()));
 }
+
+#include "moc_ZEFUIDialog.cpp"

@@ -82,3 +82,5 @@ void ZEFUIWidget::respond()
     m_responded = true;
     Q_EMIT respondClosed(m_element->context(), m_element->closeSelection());
 }
+
+#include "moc_ZEFUIWidget.cpp"

@@ -78,8 +78,8 @@ public Q_SLOTS:
      * Whether the text passes the final pattern as it stands, with characters coerced, in upper case or
      * in lower case; the text is rewritten to the form that passed. The minimum length is not asked.
      *
-     * Coercion tries up to 200,000 distinct texts, of up to 1,000 characters even then, and gives up
-     * beyond: the text then counts as not matched.
+     * Coercion tries up to 200,000 distinct texts (fewer when they are longer than 1,000 characters) and
+     * then gives up: the text counts as not matched.
      */
     virtual bool validate();
     /*!

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <ZEFUIExport.h>
-
 #include <QtCore/QtGlobal>
 
 #include <optional>
@@ -12,9 +10,9 @@ class QWidget;
  * What the window system knows about the foreground window, the one the user works in.
  *
  * One source file per platform answers; the build picks it. No call blocks, and none fails when there
- * is no window manager. The class is exported for the tests only.
+ * is no window manager.
  */
-class ZEFUI_EXPORT ForegroundWindow {
+class ForegroundWindow {
 public:
     //! Answered for a foreground window whose owner cannot be told; no process has this id.
     static constexpr qint64 UnknownProcess = -1;
@@ -26,6 +24,14 @@ public:
     virtual std::optional<qint64> ownerProcess() = 0;
     //! Makes the window of \a widget the foreground window and puts it above the others.
     virtual void putInFront(QWidget* widget) = 0;
+
+    /*!
+     * Puts \a widget in front if the foreground window belongs to the process \a client, and only then:
+     * never in front of another application that the user has switched to. Process ids are unsigned
+     * 32 bit numbers here, whatever the sign that \a client was stored with. False when there is no
+     * foreground window.
+     */
+    static bool stepInFrontOf(qint64 client, QWidget* widget);
 
     //! The platform's answers, or those of the backend that a test has put in their place.
     static ForegroundWindow& instance();

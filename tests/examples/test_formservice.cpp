@@ -4,6 +4,7 @@
 #include <ZEFTest.h>
 #include <ZEFUIDialog.h>
 #include <ZEFUIElement.h>
+#include <service/ClientConnection.h>
 #include <service/FormService.h>
 
 #include <QtCore/QJsonArray>
@@ -45,6 +46,7 @@ private Q_SLOTS:
     void closesTheFormOfAClientThatVanishes();
     void closesTheChildFormOfAClientThatVanishes();
     void forgetsTheWaitingRequestsOfAClientThatVanishes();
+    void sendsAwayAClientWithTooManyWaitingRequests();
     void opensNothingForAnUnknownForm();
     void takesTheClientFromTheOperatingSystem();
     void translates();
@@ -385,6 +387,20 @@ void FormServiceTest::forgetsTheWaitingRequestsOfAClientThatVanishes()
     const ZEFUIDialog* form = open(*next, R"({"form": "confirmation"})");
     QVERIFY(form);
     QCOMPARE(openForms(), QList<ZEFUIDialog*>{const_cast<ZEFUIDialog*>(form)});
+}
+
+void FormServiceTest::sendsAwayAClientWithTooManyWaitingRequests()
+{
+    const auto client = connectClient();
+    ZEFUIDialog* form = open(*client, R"({"form": "signin"})");
+    QVERIFY(form);
+    // Each counts 64 bytes.
+    client->write(QByteArray(ClientConnection::MaximumWaiting / 64, '\n'));
+    QTRY_COMPARE(client->bytesToWrite(), 0);
+    client->write("\n");
+    QCOMPARE(answer(*client), QByteArray(R"({"error":"too many requests are waiting"})"));
+    QTRY_COMPARE(client->state(), QLocalSocket::UnconnectedState);
+    QTRY_COMPARE(openForms().size(), 0);
 }
 
 void FormServiceTest::opensNothingForAnUnknownForm()

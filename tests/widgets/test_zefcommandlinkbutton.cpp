@@ -13,6 +13,9 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 
+Q_DECLARE_METATYPE(std::function<void(ZEFCommandLinkButton&)>)
+Q_DECLARE_METATYPE(std::function<void(ZEFCommandLinkButton*)>)
+
 namespace {
 
 constexpr QSize ButtonSize(60, 40);
@@ -925,9 +928,6 @@ void TestZEFCommandLinkButton::sizes()
     button.setDefault(true);
     QVERIFY(paintsInSmallWindow(button, size));
 }
-
-Q_DECLARE_METATYPE(std::function<void(ZEFCommandLinkButton&)>)
-Q_DECLARE_METATYPE(std::function<void(ZEFCommandLinkButton*)>)
 
 ZEF_TEST_MAIN(TestZEFCommandLinkButton)
 #include "test_zefcommandlinkbutton.moc"

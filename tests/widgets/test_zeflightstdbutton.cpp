@@ -89,6 +89,8 @@ QStringList stateLines()
 
 } // namespace
 
+Q_DECLARE_METATYPE(bool Open::*)
+
 class TestZEFLightStdButton : public ZEFTest {
     Q_OBJECT
 
@@ -850,8 +852,6 @@ void TestZEFLightStdButton::noEndlessRepaint()
     }
     QCOMPARE(paints.count, before);
 }
-
-Q_DECLARE_METATYPE(bool Open::*)
 
 ZEF_TEST_MAIN(TestZEFLightStdButton)
 #include "test_zeflightstdbutton.moc"

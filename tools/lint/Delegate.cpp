@@ -129,15 +129,14 @@ QList<DelegateMethod> ClassReader::read()
 {
     QList<DelegateMethod> methods;
     while (m_position < m_end) {
-        m_callable = false;
-        if (takeSection())
+        if (takeSection() || takeMacro())
             continue;
-        while (takeMacro()) { }
         const Tokens declaration = takeDeclaration();
-        if (!m_callable && !m_callableSection)
-            continue;
-        if (auto method = methodFrom(declaration))
-            methods.append(std::move(*method));
+        if (m_callable || m_callableSection) {
+            if (auto method = methodFrom(declaration))
+                methods.append(std::move(*method));
+        }
+        m_callable = false;
     }
     return methods;
 }
@@ -156,6 +155,7 @@ bool ClassReader::takeSection()
     if (next == m_position || next >= m_end || m_tokens.at(next) != ":"_L1)
         return false;
     m_callableSection = isCallable;
+    m_callable = false;
     m_position = next + 1;
     return true;
 }
@@ -163,7 +163,7 @@ bool ClassReader::takeSection()
 //! Takes one of Qt's macros at the beginning of a declaration.
 bool ClassReader::takeMacro()
 {
-    if (m_position >= m_end || !m_tokens.at(m_position).text.startsWith(u"Q_"))
+    if (!m_tokens.at(m_position).text.startsWith(u"Q_"))
         return false;
     static const QStringList callable{u"Q_INVOKABLE"_s, u"Q_SLOT"_s, u"Q_SIGNAL"_s};
     m_callable = m_callable || callable.contains(m_tokens.at(m_position).text);

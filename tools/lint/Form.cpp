@@ -1,5 +1,6 @@
 #include "Form.h"
 
+#include "ClassCatalog.h"
 #include "tools/common/InputFile.h"
 
 #include <QtCore/QXmlStreamReader>
@@ -32,6 +33,14 @@ enum class Element {
     CustomBase,
     Other
 };
+
+//! Whether the text of the element matters; most of a form is blanks between elements.
+bool hasText(Element element)
+{
+    return element == Element::String || element == Element::PlainValue || element == Element::FormClass
+        || element == Element::FormComment || element == Element::CustomClass
+        || element == Element::CustomBase;
+}
 
 class FormReader {
 public:
@@ -82,7 +91,8 @@ std::optional<Form> FormReader::read(QString* error)
             break;
         case QXmlStreamReader::Characters:
         case QXmlStreamReader::EntityReference:
-            m_text += m_xml.text();
+            if (hasText(m_open.constLast()))
+                m_text += m_xml.text();
             break;
         case QXmlStreamReader::Comment:
             comment();
@@ -98,7 +108,10 @@ std::optional<Form> FormReader::read(QString* error)
             + m_xml.errorString().simplified();
         return std::nullopt;
     }
-    return m_form;
+    // The promotions stand at the end of a form.
+    for (FormWidget& widget : m_form.widgets)
+        widget.created = ClassCatalog::created(m_form, widget);
+    return std::move(m_form);
 }
 
 void FormReader::startElement()
@@ -242,6 +255,7 @@ void FormReader::endElement()
     default:
         break;
     }
+    m_text.clear();
     while (!m_openSuppressions.isEmpty() && m_openSuppressions.constLast().depth > m_open.size()) {
         m_form.suppressions[m_openSuppressions.constLast().index].lastLine = m_xml.lineNumber();
         m_openSuppressions.removeLast();

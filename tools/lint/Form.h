@@ -4,6 +4,7 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QList>
+#include <QtCore/QMetaObject>
 #include <QtCore/QString>
 
 #include <optional>
@@ -32,6 +33,8 @@ struct FormWidget {
     qsizetype parent = -1;
     qint64 line = 0;
     QList<FormProperty> properties;
+    //! What the form loader makes of the widget; null when it creates nothing.
+    const QMetaObject* created = nullptr;
 
     const FormProperty* property(QLatin1String propertyName) const;
 };

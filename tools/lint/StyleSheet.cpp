@@ -137,8 +137,8 @@ void SelectorReader::skipArguments()
     m_position = end < 0 ? m_text.size() : end + 1;
 }
 
-//! The position after the block that opens before \a from: braces in quotes do not count.
-qsizetype endOfBlock(const QString& text, qsizetype from)
+//! The first \a wanted at or after \a from that stands in no quotes; the size of \a text without one.
+qsizetype findUnquoted(QStringView text, QChar wanted, qsizetype from)
 {
     QChar quote;
     for (qsizetype i = from; i < text.size(); ++i) {
@@ -150,8 +150,8 @@ qsizetype endOfBlock(const QString& text, qsizetype from)
                 quote = QChar();
         } else if (character == u'"' || character == u'\'') {
             quote = character;
-        } else if (character == u'}') {
-            return i + 1;
+        } else if (character == wanted) {
+            return i;
         }
     }
     return text.size();
@@ -165,20 +165,23 @@ QList<Selector> selectorsOf(const QString& text, qint64 firstLine)
     const QString sheet = withoutComments(text, nullptr);
     qint64 line = firstLine;
     qsizetype counted = 0;
-    qsizetype start = 0;
-    for (qsizetype open = sheet.indexOf(u'{'); open >= 0; open = sheet.indexOf(u'{', start)) {
-        qsizetype from = start;
-        for (const QStringView piece : QStringView(sheet).sliced(start, open - start).split(u',')) {
+    for (qsizetype start = 0; start < sheet.size();) {
+        const qsizetype open = findUnquoted(sheet, u'{', start);
+        if (open == sheet.size())
+            break;
+        for (qsizetype from = start; from < open;) {
+            const qsizetype end = qMin(findUnquoted(sheet, u',', from), open);
+            const QStringView piece = QStringView(sheet).sliced(from, end - from);
             const QStringView selector = piece.trimmed();
-            const qsizetype position = from + (selector.isEmpty() ? 0 : selector.data() - piece.data());
-            from += piece.size() + 1;
-            if (selector.isEmpty())
-                continue;
-            line += QStringView(sheet).sliced(counted, position - counted).count(u'\n');
-            counted = position;
-            selectors.append({selector.toString().simplified(), SelectorReader(selector).read(), line});
+            if (!selector.isEmpty()) {
+                const qsizetype position = from + (selector.data() - piece.data());
+                line += QStringView(sheet).sliced(counted, position - counted).count(u'\n');
+                counted = position;
+                selectors.append({selector.toString().simplified(), SelectorReader(selector).read(), line});
+            }
+            from = end + 1;
         }
-        start = endOfBlock(sheet, open + 1);
+        start = findUnquoted(sheet, u'}', open + 1) + 1;
     }
     return selectors;
 }

@@ -2,23 +2,18 @@
 
 #include "Report.h"
 #include "Rules.h"
-
-#include <ZEFUIVersion.h>
+#include "tools/common/CommandLine.h"
 
 #include <QtCore/QCommandLineParser>
-#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
-
-#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-enum ExitStatus { Clean = 0, HasFindings = 1, CannotRun = 2 };
+constexpr int hasFindingsStatus = 1;
 
 using ReportWriter = QByteArray (*)(const Findings&);
 
@@ -28,19 +23,6 @@ struct Options {
     ReportWriter report = textReport;
     QString output;
 };
-
-void writeTo(FILE* stream, const QByteArray& text)
-{
-    QFile file;
-    if (file.open(stream, QIODevice::WriteOnly))
-        file.write(text);
-}
-
-int cannotRun(const QString& error)
-{
-    writeTo(stderr, u"zefui-lint: "_s.append(error.simplified()).toUtf8() + '\n');
-    return CannotRun;
-}
 
 QByteArray ruleList()
 {
@@ -132,7 +114,7 @@ bool readOptions(const QCommandLineParser& parser, Options* options, QString* er
 bool writeReport(const QString& path, const QByteArray& report, QString* error)
 {
     if (path.isEmpty()) {
-        writeTo(stdout, report);
+        writeText(stdout, report);
         return true;
     }
     QSaveFile file(path);
@@ -168,32 +150,21 @@ void addOptions(QCommandLineParser* parser)
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(u"zefui-lint"_s);
-
+    const ToolDescription tool{u"zefui-lint"_s, addOptions};
     QCommandLineParser parser;
-    addOptions(&parser);
-    if (!parser.parse(QCoreApplication::arguments()))
-        return cannotRun(parser.errorText());
-    if (parser.isSet(u"help"_s)) {
-        writeTo(stdout, parser.helpText().toUtf8());
-        return Clean;
-    }
-    if (parser.isSet(u"version"_s)) {
-        writeTo(stdout, "zefui-lint " ZEFUI_VERSION_STRING "\n");
-        return Clean;
-    }
+    if (const auto status = readCommandLine(tool, argc, argv, &parser))
+        return *status;
     if (parser.isSet(u"list-rules"_s)) {
-        writeTo(stdout, ruleList());
-        return Clean;
+        writeText(stdout, ruleList());
+        return 0;
     }
-
     Options options;
     QString error;
-    if (!readOptions(parser, &options, &error))
-        return cannotRun(error);
-    const Findings findings = checkProject(options.project, options.disabled);
-    if (!writeReport(options.output, options.report(findings), &error))
-        return cannotRun(error);
-    return findings.isEmpty() ? Clean : HasFindings;
+    if (readOptions(parser, &options, &error)) {
+        const Findings findings = checkProject(options.project, options.disabled);
+        if (writeReport(options.output, options.report(findings), &error))
+            return findings.isEmpty() ? 0 : hasFindingsStatus;
+    }
+    writeError(tool.name, error);
+    return cannotRunStatus;
 }

@@ -22,7 +22,7 @@ void checkClasses(const Project& project, QLatin1String rule, Findings* findings
             if (ClassCatalog::find(widget.className))
                 continue;
             QString consequence;
-            if (const QMetaObject* base = ClassCatalog::created(form, widget)) {
+            if (const QMetaObject* base = widget.created) {
                 consequence =
                     u"the service shows a plain " + QString::fromLatin1(base->className()) + u" instead";
             } else if (widget.parent < 0) {

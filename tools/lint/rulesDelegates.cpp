@@ -41,7 +41,7 @@ bool hasClickableNamed(const Form& form, const QString& name)
     return std::any_of(form.widgets.cbegin(), form.widgets.cend(), [&](const FormWidget& widget) {
         if (widget.name != name)
             return false;
-        const QMetaObject* meta = ClassCatalog::created(form, widget);
+        const QMetaObject* meta = widget.created;
         return !meta || meta->indexOfSignal("clicked(bool)") >= 0;
     });
 }
@@ -51,7 +51,7 @@ bool hasProperty(const Form& form, const QString& name, const QString& property)
     return std::any_of(form.widgets.cbegin(), form.widgets.cend(), [&](const FormWidget& widget) {
         if (widget.name != name)
             return false;
-        const QMetaObject* meta = ClassCatalog::created(form, widget);
+        const QMetaObject* meta = widget.created;
         return !meta || meta->indexOfProperty(property.toUtf8().constData()) >= 0;
     });
 }

@@ -35,7 +35,8 @@ QString camelCase(const QString& name)
 
 QString rename(const QString& name)
 {
-    const QString suggestion = camelCase(name);
+    const bool isPlain = std::all_of(name.cbegin(), name.cend(), [](QChar c) { return c.unicode() < 128; });
+    const QString suggestion = isPlain ? camelCase(name) : QString();
     if (suggestion.isEmpty() || suggestion.at(0).isDigit())
         return u"Rename the widget; letters and digits are safe."_s;
     return u"Rename the widget, for instance to " + suggestion + u'.';
@@ -100,7 +101,7 @@ void checkAddressableNames(const Project& project, QLatin1String rule, Findings*
                        || (!name.isEmpty() && name.at(0).isDigit())) {
                 findings->append({rule, form.path, widget.line,
                                   u"no delegate can have a method or a parameter for \"" + name
-                                      + u"\", since it is no C++ name. " + rename(name)});
+                                      + u"\", since it is no plain C++ name. " + rename(name)});
             }
         }
     }

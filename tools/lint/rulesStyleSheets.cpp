@@ -24,13 +24,20 @@ struct Part {
     const char* owner;
     const QMetaObject* meta;
     const char* name;
+    //! The part of the owner that it is inside of, by name.
+    const char* container = "";
+    //! Whether the widgets that the form puts into the owner end up inside this part.
+    bool holdsChildren = false;
 };
 
 const QList<Part>& parts()
 {
     static const QList<Part> all = {
-        {"QAbstractScrollArea", &QScrollBar::staticMetaObject, ""},
-        {"QAbstractScrollArea", &QWidget::staticMetaObject, "qt_scrollarea_viewport"},
+        {"QAbstractScrollArea", &QWidget::staticMetaObject, "qt_scrollarea_hcontainer"},
+        {"QAbstractScrollArea", &QWidget::staticMetaObject, "qt_scrollarea_vcontainer"},
+        {"QAbstractScrollArea", &QScrollBar::staticMetaObject, "", "qt_scrollarea_hcontainer"},
+        {"QAbstractScrollArea", &QScrollBar::staticMetaObject, "", "qt_scrollarea_vcontainer"},
+        {"QAbstractScrollArea", &QWidget::staticMetaObject, "qt_scrollarea_viewport", "", true},
         {"QAbstractSpinBox", &QLineEdit::staticMetaObject, "qt_spinbox_lineedit"},
         {"QDateTimeEdit", &QCalendarWidget::staticMetaObject, ""},
         {"QComboBox", &QFrame::staticMetaObject, ""},
@@ -41,10 +48,10 @@ const QList<Part>& parts()
         {"QTreeView", &QHeaderView::staticMetaObject, ""},
         {"QAbstractItemView", &QLineEdit::staticMetaObject, ""},
         {"QTabWidget", &QTabBar::staticMetaObject, "qt_tabwidget_tabbar"},
-        {"QTabWidget", &QStackedWidget::staticMetaObject, "qt_tabwidget_stackedwidget"},
+        {"QTabWidget", &QStackedWidget::staticMetaObject, "qt_tabwidget_stackedwidget", "", true},
         {"QTabBar", &QToolButton::staticMetaObject, ""},
         {"QToolBox", &QAbstractButton::staticMetaObject, "qt_toolbox_toolboxbutton"},
-        {"QToolBox", &QScrollArea::staticMetaObject, ""},
+        {"QToolBox", &QScrollArea::staticMetaObject, "", "", true},
         {"QSplitter", &QSplitterHandle::staticMetaObject, ""},
         {"QDialogButtonBox", &QPushButton::staticMetaObject, ""},
         {"QDockWidget", &QAbstractButton::staticMetaObject, ""},
@@ -100,6 +107,7 @@ public:
     QList<qsizetype> widgetsNamed(const QStringList& names) const;
 
 private:
+    void addParts(qsizetype owner, QHash<qsizetype, qsizetype>* holders);
     bool matchesAt(const Selector& selector, qsizetype part, qsizetype node) const;
     bool matchesAbove(const Selector& selector, qsizetype part, qsizetype node) const;
     bool isAtOrBelow(qsizetype node, const QList<qsizetype>& styled) const;
@@ -111,18 +119,37 @@ private:
 WidgetTree::WidgetTree(const Form& form)
 {
     for (const FormWidget& widget : form.widgets)
-        m_nodes.append({ClassCatalog::created(form, widget), widget.name, widget.parent});
-    for (qsizetype owner = 0; owner < m_nodes.size(); ++owner) {
-        if (!m_nodes.at(owner).meta)
-            continue;
-        for (const Part& part : partsOf(m_nodes.at(owner).meta)) {
-            // No part has parts of its own class, so this ends.
-            m_nodes.append({part.meta, QString::fromLatin1(part.name), owner});
-        }
+        m_nodes.append({widget.created, widget.name, widget.parent});
+    // Parts have parts too, but none has one of its own class, so this ends.
+    QHash<qsizetype, qsizetype> holders;
+    for (qsizetype owner = 0; owner < m_nodes.size(); ++owner)
+        addParts(owner, &holders);
+    for (qsizetype node = 0; node < form.widgets.size(); ++node) {
+        qsizetype parent = m_nodes.at(node).parent;
+        while (holders.contains(parent))
+            parent = holders.value(parent);
+        m_nodes[node].parent = parent;
     }
     for (qsizetype node = 0; node < m_nodes.size(); ++node) {
         if (!m_nodes.at(node).name.isEmpty())
             m_names.insert(m_nodes.at(node).name, node);
+    }
+}
+
+//! Adds the parts of a widget; one that holds the widget's children goes to \a holders.
+void WidgetTree::addParts(qsizetype owner, QHash<qsizetype, qsizetype>* holders)
+{
+    if (!m_nodes.at(owner).meta)
+        return;
+    QHash<QLatin1String, qsizetype> named;
+    for (const Part& part : partsOf(m_nodes.at(owner).meta)) {
+        const qsizetype node = m_nodes.size();
+        const QLatin1String name(part.name);
+        if (!name.isEmpty())
+            named.insert(name, node);
+        m_nodes.append({part.meta, name, named.value(QLatin1String(part.container), owner)});
+        if (part.holdsChildren)
+            holders->insert(owner, node);
     }
 }
 

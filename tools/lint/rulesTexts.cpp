@@ -4,7 +4,6 @@
 #include "RuleGroups.h"
 
 #include <QtCore/QMetaProperty>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 
 #include <algorithm>
@@ -42,9 +41,9 @@ bool hasPlaceholder(const QString& text)
 }
 
 //! Whether interpolation reaches the property. Of a class that is not created nothing is known.
-bool isInterpolated(const Form& form, const FormWidget& widget, const FormProperty& property)
+bool isInterpolated(const FormWidget& widget, const FormProperty& property)
 {
-    const QMetaObject* meta = ClassCatalog::created(form, widget);
+    const QMetaObject* meta = widget.created;
     if (!meta)
         return true;
     const int index = meta->indexOfProperty(property.name.toUtf8().constData());
@@ -65,7 +64,7 @@ Target targetOf(const Project& project, const QString& widgetName, const QString
             if (widget.name != widgetName)
                 continue;
             target.widgetExists = true;
-            const QMetaObject* meta = ClassCatalog::created(form, widget);
+            const QMetaObject* meta = widget.created;
             if (!meta || meta->indexOfProperty(propertyName.toUtf8().constData()) >= 0)
                 target.propertyExists = true;
         }
@@ -74,21 +73,25 @@ Target targetOf(const Project& project, const QString& widgetName, const QString
 }
 
 //! Whether there is anything to translate beside placeholders, digits and signs.
-bool hasWords(const QString& text)
+bool hasWords(QStringView text)
 {
-    static const QRegularExpression placeholder(u"%\\{[^}]*\\}"_s);
-    const QString rest = QString(text).remove(placeholder);
-    return std::any_of(rest.cbegin(), rest.cend(), [](QChar character) { return character.isLetter(); });
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text.at(i).isLetter())
+            return true;
+        if (text.at(i) == u'%' && text.sliced(i).startsWith(u"%{")) {
+            const qsizetype end = text.indexOf(u'}', i);
+            if (end >= 0)
+                i = end;
+        }
+    }
+    return false;
 }
 
-bool isTranslated(const Translation& translation, const Form& form, const FormText& text, bool filledLater)
+//! Interpolation translates the properties that it reaches once more, in contexts of its own.
+bool isTranslatedLater(const Translation& translation, const FormText& text)
 {
-    if (translation.covers(form.className, text.text, text.comment))
-        return true;
-    // Interpolation translates the properties that it fills once more, in contexts of its own.
-    return filledLater
-        && (translation.covers(u"zefmain"_s, text.text, QString())
-            || translation.covers(QString(), text.text, QString()));
+    return translation.covers(u"zefmain"_s, text.text, QString())
+        || translation.covers(QString(), text.text, QString());
 }
 
 } // namespace
@@ -107,7 +110,8 @@ void checkPlaceholders(const Project& project, QLatin1String rule, Findings* fin
     for (const Form& form : project.forms) {
         for (const FormWidget& widget : form.widgets) {
             for (const FormProperty& property : widget.properties) {
-                if (!property.isString || !isInterpolated(form, widget, property))
+                if (!property.isString || !property.value.text.contains(u"%{")
+                    || !isInterpolated(widget, property))
                     continue;
                 const QStringList unknown = unknownPlaceholders(
                     property.value.text, [&](const QString& key) { return keys.contains(key); });
@@ -137,7 +141,7 @@ void checkPlaceholderPlaces(const Project& project, QLatin1String rule, Findings
         for (const FormWidget& widget : form.widgets) {
             for (const FormProperty& property : widget.properties) {
                 if (property.isString && hasPlaceholder(property.value.text)
-                    && !isInterpolated(form, widget, property)) {
+                    && !isInterpolated(widget, property)) {
                     findings->append(
                         {rule, form.path, property.value.line,
                          u"the placeholder in the property " + property.name + u" of \"" + widget.name
@@ -189,7 +193,7 @@ void checkRichText(const Project& project, QLatin1String rule, Findings* finding
         for (const FormWidget& widget : form.widgets) {
             const FormProperty* text = widget.property("text"_L1);
             const bool showsValue = (text && hasPlaceholder(text->value.text)) || isFilledByKey(widget);
-            if (!showsValue || !ClassCatalog::inherits(ClassCatalog::created(form, widget), "QLabel"))
+            if (!showsValue || !ClassCatalog::inherits(widget.created, "QLabel"))
                 continue;
             const FormProperty* format = widget.property("textFormat"_L1);
             if (format && format->value.text.endsWith(u"PlainText"))
@@ -205,11 +209,12 @@ void checkRichText(const Project& project, QLatin1String rule, Findings* finding
 
 void checkTranslations(const Project& project, QLatin1String rule, Findings* findings)
 {
-    const auto check = [&](const Form& form, const FormText& text, bool filledLater) {
+    const auto check = [&](const Form& form, const FormText& text, auto isFilledLater) {
         if (!text.translatable || !hasWords(text.text))
             return;
         for (const Translation& translation : project.translations) {
-            if (isTranslated(translation, form, text, filledLater))
+            if (translation.covers(form.className, text.text, text.comment)
+                || (isTranslatedLater(translation, text) && isFilledLater()))
                 continue;
             findings->append({rule, form.path, text.line,
                               u"\"" + text.text.simplified() + u"\" has no translation for the locale "
@@ -217,13 +222,15 @@ void checkTranslations(const Project& project, QLatin1String rule, Findings* fin
                                   + u". Translate it, or mark the text as not translatable in Designer."});
         }
     };
+    if (project.translations.isEmpty())
+        return;
     for (const Form& form : project.forms) {
         for (const FormText& text : form.otherTexts)
-            check(form, text, false);
+            check(form, text, [] { return false; });
         for (const FormWidget& widget : form.widgets) {
             for (const FormProperty& property : widget.properties) {
                 if (property.isString)
-                    check(form, property.value, isInterpolated(form, widget, property));
+                    check(form, property.value, [&] { return isInterpolated(widget, property); });
             }
         }
     }

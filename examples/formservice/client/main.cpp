@@ -1,5 +1,7 @@
 #include "FormClient.h"
 
+#include <platform/Utf8Console.h>
+
 #include <protocol/FormAnswer.h>
 #include <protocol/socketName.h>
 
@@ -79,6 +81,7 @@ int main(int argc, char** argv)
                                  QStringLiteral("The requests; without it they come from standard input."),
                                  QStringLiteral("[file]"));
     parser.process(application);
+    const Utf8Console console;
 
     qint64 timeout = -1;
     if (parser.isSet(timeoutOption)) {

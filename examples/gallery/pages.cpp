@@ -1,0 +1,317 @@
+#include "pages.h"
+
+#include "Page.h"
+
+#include <ZEFCalendarWidget.h>
+#include <ZEFCommandLinkButton.h>
+#include <ZEFEllipsisLabel.h>
+#include <ZEFFlatButton.h>
+#include <ZEFHyperlinkLabel.h>
+#include <ZEFLightStdButton.h>
+#include <ZEFLightStdSSButton.h>
+#include <ZEFLightStdSSCheckbox.h>
+#include <ZEFToggleButton.h>
+
+#include <QtGui/QPainter>
+#include <QtWidgets/QApplication>
+
+namespace {
+
+QPixmap drawn(const QSize& size, const std::function<void(QPainter&)>& draw)
+{
+    constexpr int ratio = 2;
+    QPixmap pixmap(size * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    draw(painter);
+    return pixmap;
+}
+
+QPixmap arrowIcon()
+{
+    return drawn(QSize(32, 32), [](QPainter& painter) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0, 120, 70));
+        painter.drawEllipse(2, 2, 28, 28);
+        painter.setPen(QPen(Qt::white, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(QPolygonF({QPointF(9, 16), QPointF(22, 16), QPointF(16, 10)}));
+        painter.drawLine(QPointF(22, 16), QPointF(16, 22));
+    });
+}
+
+QPixmap switchImage(bool on)
+{
+    return drawn(QSize(40, 22), [on](QPainter& painter) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(on ? QColor(6, 150, 215) : QColor(160, 160, 164));
+        painter.drawRoundedRect(QRectF(1, 1, 38, 20), 10, 10);
+        painter.setBrush(Qt::white);
+        painter.drawEllipse(QPointF(on ? 29 : 11, 11), 8, 8);
+    });
+}
+
+QPixmap closeImage()
+{
+    return drawn(QSize(24, 24), [](QPainter& painter) {
+        painter.setPen(QPen(QColor(150, 30, 30), 3, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(QPointF(6, 6), QPointF(18, 18));
+        painter.drawLine(QPointF(18, 6), QPointF(6, 18));
+    });
+}
+
+ZEFCommandLinkButton* commandLink()
+{
+    auto* button = new ZEFCommandLinkButton;
+    button->setTitle(QStringLiteral("Save and continue"));
+    button->setDescription(QStringLiteral("Keeps what you have written and opens the next form."));
+    button->setIcon(arrowIcon());
+    button->setStyleSheet(QStringLiteral("#title { font-weight: bold; color: #003399; }"
+                                         "#title:disabled { color: #a0a0a4; }"));
+    button->ensurePolished();
+    button->setFixedSize(250, button->heightForWidth(250));
+    button->setAutoDefault(false);
+    return button;
+}
+
+Page* commandLinkPage()
+{
+    auto* page = new Page(QStringLiteral("ZEFCommandLinkButton"), 3);
+    page->add(QStringLiteral("normal"), commandLink());
+    auto* hovered = commandLink();
+    page->add(QStringLiteral("hovered"), hovered, [hovered] { hover(hovered); });
+    auto* isDefault = commandLink();
+    isDefault->setDefault(true);
+    page->add(QStringLiteral("default"), isDefault);
+    auto* pressed = commandLink();
+    page->add(QStringLiteral("pressed"), pressed, [pressed] { pressMouse(pressed); });
+    auto* all = commandLink();
+    all->setDefault(true);
+    page->add(QStringLiteral("hovered, default and focused"), all, [all] {
+        hover(all);
+        focus(all);
+    });
+    auto* disabled = commandLink();
+    disabled->setDefault(true);
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("disabled"), disabled);
+    return page;
+}
+
+ZEFToggleButton* toggle(bool on)
+{
+    auto* button = new ZEFToggleButton;
+    button->setOffText(QStringLiteral("Notifications are off"));
+    button->setOnText(QStringLiteral("Notifications are on"));
+    button->setOffImage(switchImage(false));
+    button->setOnImage(switchImage(true));
+    button->setSpacing(8);
+    button->setMinimumWidth(200);
+    button->setProperty("isOn", on);
+    return button;
+}
+
+Page* togglePage()
+{
+    auto* page = new Page(QStringLiteral("ZEFToggleButton"), 3);
+    page->add(QStringLiteral("off"), toggle(false));
+    page->add(QStringLiteral("on"), toggle(true));
+    auto* disabled = toggle(true);
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("on, disabled"), disabled);
+    return page;
+}
+
+template <class Button> Button* button(const QString& text)
+{
+    auto* button = new Button;
+    button->setText(text);
+    button->setAutoDefault(false);
+    return button;
+}
+
+//! The states that all push buttons have.
+template <class Button> void addButtonStates(Page* page)
+{
+    const QString text = QStringLiteral("&Continue");
+    page->add(QStringLiteral("normal"), button<Button>(text));
+    auto* hovered = button<Button>(text);
+    page->add(QStringLiteral("hovered"), hovered, [hovered] { hover(hovered); });
+    auto* pressed = button<Button>(text);
+    page->add(QStringLiteral("pressed"), pressed, [pressed] { pressMouse(pressed); });
+    auto* focused = button<Button>(text);
+    page->add(QStringLiteral("focused"), focused, [focused] { focus(focused); });
+    auto* isDefault = button<Button>(text);
+    isDefault->setDefault(true);
+    page->add(QStringLiteral("default"), isDefault);
+    auto* disabled = button<Button>(text);
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("disabled"), disabled);
+}
+
+Page* paintedButtonPage()
+{
+    auto* page = new Page(QStringLiteral("ZEFLightStdButton"), 3);
+    addButtonStates<ZEFLightStdButton>(page);
+    page->add(QStringLiteral("long text"),
+              button<ZEFLightStdButton>(QStringLiteral("Continue without saving")));
+    page->add(QStringLiteral("no text"), button<ZEFLightStdButton>(QString()));
+    return page;
+}
+
+Page* styleSheetButtonPage()
+{
+    auto* page = new Page(QStringLiteral("ZEFLightStdSSButton"), 3);
+    page->setStyleSheet(QStringLiteral(
+        "#ZEFLightStdSSButton { background: #f4f4f5; border: 1px solid #6e6f75; border-radius: 4px;"
+        " padding: 4px 12px; min-width: 90px; }"
+        "#ZEFLightStdSSButton:default { border-width: 2px; }"
+        "#ZEFLightStdSSButton:hover { background: #fff2d8; }"
+        "#ZEFLightStdSSButton:pressed { background: #b8dcf2; }"
+        "#ZEFLightStdSSButton:focus { border-color: #0696d7; }"
+        "#ZEFLightStdSSButton:disabled { color: #a0a0a4; border-color: #c0c0c4; }"));
+    addButtonStates<ZEFLightStdSSButton>(page);
+    return page;
+}
+
+ZEFLightStdSSCheckbox* checkBox(const QString& text, bool on)
+{
+    auto* box = new ZEFLightStdSSCheckbox;
+    box->setText(text);
+    box->setChecked(on);
+    // the size hint follows the current size, so that the size is up to the form
+    box->setFixedSize(220, 18);
+    return box;
+}
+
+Page* checkBoxPage()
+{
+    auto* page = new Page(QStringLiteral("ZEFLightStdSSCheckbox"), 3);
+    const QString text = QStringLiteral("&Remember me");
+    page->add(QStringLiteral("off"), checkBox(text, false));
+    page->add(QStringLiteral("on"), checkBox(text, true));
+    auto* hovered = checkBox(text, false);
+    page->add(QStringLiteral("hovered"), hovered, [hovered] { hover(hovered); });
+    auto* focused = checkBox(text, true);
+    page->add(QStringLiteral("focused"), focused, [focused] { focus(focused); });
+    auto* pressed = checkBox(text, false);
+    page->add(QStringLiteral("pressed"), pressed, [pressed] { pressed->setDown(true); });
+    auto* disabled = checkBox(text, true);
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("disabled"), disabled);
+    auto* wrapped = checkBox(
+        QStringLiteral("I have read the terms of use, all of them, and I do agree with each and every one."),
+        true);
+    wrapped->setFixedSize(220, 54);
+    wrapped->setStyleSheet(QStringLiteral("QCheckBox::indicator { subcontrol-position: left top; }"));
+    page->add(QStringLiteral("wrapped text"), wrapped);
+    return page;
+}
+
+ZEFEllipsisLabel* ellipsisLabel(const QString& text, int width)
+{
+    auto* label = new ZEFEllipsisLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    label->setFixedWidth(width);
+    return label;
+}
+
+Page* ellipsisLabelPage()
+{
+    auto* page = new Page(QStringLiteral("ZEFEllipsisLabel"), 2);
+    const QString text = QStringLiteral("Quarterly report of the northern branch office.pdf");
+    page->add(QStringLiteral("fits"), ellipsisLabel(QStringLiteral("Report.pdf"), 200));
+    page->add(QStringLiteral("elided"), ellipsisLabel(text, 200));
+    auto* framed = ellipsisLabel(text, 200);
+    framed->setFrameStyle(QFrame::Box | QFrame::Plain);
+    page->add(QStringLiteral("elided, framed"), framed);
+    auto* disabled = ellipsisLabel(text, 200);
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("elided, disabled"), disabled);
+    return page;
+}
+
+ZEFHyperlinkLabel* hyperlinkLabel()
+{
+    auto* label = new ZEFHyperlinkLabel;
+    label->setText(QStringLiteral("See the <a href='https://example.com'>terms of use</a>."));
+    return label;
+}
+
+Page* hyperlinkLabelPage()
+{
+    auto* page = new Page(QStringLiteral("ZEFHyperlinkLabel"), 3);
+    page->add(QStringLiteral("normal"), hyperlinkLabel());
+    auto* disabled = hyperlinkLabel();
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("disabled"), disabled);
+    return page;
+}
+
+ZEFFlatButton* flatButton()
+{
+    auto* button = new ZEFFlatButton;
+    button->setText(QStringLiteral("Forgot your password?"));
+    button->setCursor(Qt::PointingHandCursor);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setStyleSheet(
+        QStringLiteral("QLabel { color: #0067b8; padding: 3px; border: 1px solid transparent; }"
+                       "QLabel:hover { color: #e07000; }"
+                       "QLabel:focus { border: 1px dotted #0067b8; }"
+                       "QLabel:disabled { color: #a0a0a4; }"));
+    return button;
+}
+
+Page* flatButtonPage()
+{
+    auto* page = new Page(QStringLiteral("ZEFFlatButton"), 3);
+    page->add(QStringLiteral("normal"), flatButton());
+    auto* hovered = flatButton();
+    page->add(QStringLiteral("hovered"), hovered, [hovered] { hover(hovered); });
+    auto* pressed = flatButton();
+    page->add(QStringLiteral("pressed"), pressed, [pressed] { pressMouse(pressed); });
+    auto* focused = flatButton();
+    page->add(QStringLiteral("focused"), focused, [focused] { focus(focused); });
+    auto* disabled = flatButton();
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("disabled"), disabled);
+    auto* image = new ZEFFlatButton;
+    image->setPixmap(closeImage());
+    page->add(QStringLiteral("an image"), image);
+    return page;
+}
+
+ZEFCalendarWidget* calendar()
+{
+    auto* calendar = new ZEFCalendarWidget;
+    calendar->setLocale(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    calendar->setSelectedDate(QDate(2024, 5, 15));
+    calendar->setFixedSize(260, 190);
+    return calendar;
+}
+
+Page* calendarPage()
+{
+    auto* page = new Page(QStringLiteral("ZEFCalendarWidget"), 3);
+    page->add(QStringLiteral("normal"), calendar());
+    auto* ranged = calendar();
+    ranged->setDateRange(QDate(2024, 5, 8), QDate(2024, 5, 24));
+    page->add(QStringLiteral("days out of range"), ranged);
+    auto* disabled = calendar();
+    disabled->setDateRange(QDate(2024, 5, 8), QDate(2024, 5, 24));
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("disabled"), disabled);
+    return page;
+}
+
+} // namespace
+
+QList<Page*> createPages()
+{
+    return {commandLinkPage(),      togglePage(),     paintedButtonPage(),
+            styleSheetButtonPage(), checkBoxPage(),   ellipsisLabelPage(),
+            hyperlinkLabelPage(),   flatButtonPage(), calendarPage()};
+}

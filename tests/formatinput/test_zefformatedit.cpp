@@ -1,0 +1,1602 @@
+#include <ZEFTest.h>
+
+#include <ZEFDictionary.h>
+#include <ZEFDictionaryList.h>
+#include <ZEFFormatEdit.h>
+#include <ZEFListValidator.h>
+#include <ZEFUIDialog.h>
+#include <ZEFUIElement.h>
+
+#include <QtCore/QPointer>
+#include <QtGui/QClipboard>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QVBoxLayout>
+
+#include <limits>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int most = std::numeric_limits<int>::max();
+constexpr int least = std::numeric_limits<int>::min();
+const QString noSizeHints = u"warning: This plugin does not support propagateSizeHints()"_s;
+
+QString clipboardText(QClipboard::Mode mode = QClipboard::Clipboard)
+{
+    return QApplication::clipboard()->text(mode);
+}
+
+std::unique_ptr<ZEFFormatEdit> madeFrom(const QString& format)
+{
+    auto edit = std::make_unique<ZEFFormatEdit>(nullptr);
+    edit->setFormat(format);
+    return edit;
+}
+
+QStringList texts(const ZEFFormatEdit* edit)
+{
+    QStringList all;
+    for (int i = 0; i < edit->lineEditCount(); ++i)
+        all.append(edit->editor(i)->text());
+    return all;
+}
+
+QStringList separators(const ZEFFormatEdit* edit)
+{
+    QStringList all;
+    for (const QLabel* label : edit->findChildren<QLabel*>())
+        all.append(label->text());
+    return all;
+}
+
+// A window that holds an edit, so that cells can have the focus.
+class Form : public QWidget {
+public:
+    ZEFFormatEdit* edit = new ZEFFormatEdit(this);
+
+    explicit Form(const QString& format)
+    {
+        TestLog::allow(noSizeHints);
+        (new QVBoxLayout(this))->addWidget(edit);
+        edit->setFormat(format);
+    }
+
+    bool activate()
+    {
+        show();
+        activateWindow();
+        if (!QTest::qWaitForWindowActive(this))
+            return false;
+        edit->editor(0)->setFocus();
+        return edit->editor(0)->hasFocus();
+    }
+
+    //! Types to whatever has the focus, as a user does.
+    void type(const QString& text) const
+    {
+        for (const QChar c : text)
+            QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    int focused() const
+    {
+        const auto* cell = qobject_cast<ZEFFormatCell*>(QApplication::focusWidget());
+        return cell && cell->parentWidget() == edit ? cell->id() : -1;
+    }
+};
+
+// A subclass that remembers which of the edit's operations were called.
+class Observed : public ZEFFormatEdit {
+public:
+    using ZEFFormatEdit::m_alternateId;
+    using ZEFFormatEdit::m_fallbackText;
+    using ZEFFormatEdit::m_pendingText;
+    using ZEFFormatEdit::ZEFFormatEdit;
+
+    QStringList calls;
+
+    bool setText(const QString& text) override
+    {
+        calls += u"setText "_s + text;
+        return ZEFFormatEdit::setText(text);
+    }
+    void editorTextChanged(int id) override
+    {
+        calls += u"editorTextChanged %1"_s.arg(id);
+        ZEFFormatEdit::editorTextChanged(id);
+    }
+    void childFocusedOut(int id, QFocusEvent* e) override
+    {
+        calls += u"childFocusedOut %1"_s.arg(id);
+        ZEFFormatEdit::childFocusedOut(id, e);
+    }
+    void copy() override
+    {
+        calls += u"copy"_s;
+        ZEFFormatEdit::copy();
+    }
+    void clear() override
+    {
+        calls += u"clear"_s;
+        ZEFFormatEdit::clear();
+    }
+    void globalSelect(bool on) override
+    {
+        calls += on ? u"globalSelect true"_s : u"globalSelect false"_s;
+        ZEFFormatEdit::globalSelect(on);
+    }
+    void restoreFocus() override
+    {
+        calls += u"restoreFocus"_s;
+        ZEFFormatEdit::restoreFocus();
+    }
+    void moveTo(int from, int to, QKeyEvent* e) override
+    {
+        calls += u"moveTo %1 %2"_s.arg(from).arg(to);
+        ZEFFormatEdit::moveTo(from, to, e);
+    }
+};
+
+const QString twoCells = uR"({3}(\d*)-{4}(\d*))"_s;
+const QString threeCells = u"{2}([a-z]*)-{2}([a-z]*)/{2}([a-z]*)"_s;
+
+} // namespace
+
+class TestZEFFormatEdit : public ZEFTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsEmpty();
+    void listsItsMethodsInOrder();
+    void namesItsParameters();
+    void listsItsPropertiesInOrder();
+
+    void buildsCellsAndSeparators();
+    void buildsASuffix();
+    void carriesTheMinimumOver();
+    void handsItsSettingsToCells();
+    void handsCoercionsToAllLaterCells();
+    void buildsNothingFromAnEmptyFormat();
+    void buildsCellsThatAcceptNothing();
+    void showsSeparatorsAsTheyAreWritten();
+    void reportsSyntaxErrors_data();
+    void reportsSyntaxErrors();
+    void keepsHugeCounts();
+    void acceptsInvalidPatterns();
+    void buildsFromAMegabyte();
+    void makesItsConnections();
+    void showsWhatItRebuilds();
+
+    void storesAlternates();
+    void alternatesDropTheCells();
+    void checksAlternates();
+
+    void joinsItsText();
+    void returnsTheFallbackText();
+    void spreadsAText_data();
+    void spreadsAText();
+    void spreadsTextsThroughTheCase();
+    void spreadsAHugeText();
+
+    void validates();
+    void neverSaysIntermediate();
+    void asksTheOutsideValidator();
+    void survivesTheOutsideValidator();
+    void announcesItsValidity();
+    void clearsAlternatesInSilence();
+
+    void typesAcrossCells();
+    void backspacesAcrossCells();
+    void movesWithTheArrowKeys();
+    void navigatesToAnyId_data();
+    void navigatesToAnyId();
+    void sendsTheKeyOn();
+    void stopsAKeyThatTravelsTooFar();
+    void savesAndRestoresTheFocus();
+    void ignoresFocusThatLeaves();
+
+    void copies();
+    void pastes();
+    void pastesFromTheSelectionFirst();
+    void pastesAcrossCellsFromACell();
+    void pastesAcrossCellsWithTheMiddleButton();
+    void cuts();
+    void clearsAllButTheFirst();
+    void selectsGlobally();
+    void endsAGlobalSelectionWithTheClipboard();
+    void listensToTheClipboardOnce();
+    void twoEditsCopyApart();
+
+    void keepsItsMargins();
+    void highlightsItsCells();
+
+    void mayBeRebuiltOrDeletedFromASlot_data();
+    void mayBeRebuiltOrDeletedFromASlot();
+    void mayBeDeletedByTheClipboard();
+    void mayBeRebuiltWhileAKeyMovesOn();
+    void mayBeDeletedWhileTheFocusMoves();
+    void mayBeRebuiltFromTheContextMenu();
+    void forgetsCellsThatOthersDelete();
+    void deletesNestedLabelsOnce();
+    void survivesASlotThatSetsTexts();
+    void survivesTheLossOfItsLayout();
+
+    void comesFromAForm();
+    void interpolatesTheMessagesOfAListValidator();
+
+protected:
+    void tidyUp() override
+    {
+        QApplication::clipboard()->clear();
+        if (QApplication::clipboard()->supportsSelection())
+            QApplication::clipboard()->clear(QClipboard::Selection);
+    }
+};
+
+void TestZEFFormatEdit::startsEmpty()
+{
+    QWidget parent;
+    const auto* edit = new ZEFFormatEdit(&parent, "sch\xc3\xbc", Qt::Tool);
+    QCOMPARE(edit->objectName(), u"schü"_s);
+    QCOMPARE(edit->windowType(), Qt::Tool);
+    QCOMPARE(edit->format(), QString());
+    QCOMPARE(edit->ignore(), QString());
+    QCOMPARE(edit->masterRegexp(), QString());
+    QCOMPARE(edit->text(), QString());
+    QCOMPARE(edit->lineEditCount(), 0);
+    QCOMPARE(edit->state(), QValidator::Invalid);
+    QCOMPARE(edit->enforceCase(), 0);
+    QCOMPARE(edit->alternateCount(), 0);
+    QCOMPARE(edit->alternateId(), 0);
+    QVERIFY(!edit->validator());
+    QCOMPARE(edit->sizePolicy(), QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred));
+    QVERIFY(qobject_cast<QHBoxLayout*>(edit->layout()));
+    QCOMPARE(edit->layout()->contentsMargins(), QMargins(2, 2, 2, 2));
+    QCOMPARE(edit->layout()->alignment(), Qt::AlignLeft | Qt::AlignVCenter);
+    QCOMPARE(ZEFFormatEdit(nullptr, nullptr, Qt::WindowFlags()).objectName(), QString());
+}
+
+void TestZEFFormatEdit::listsItsMethodsInOrder()
+{
+    const QMetaObject& meta = ZEFFormatEdit::staticMetaObject;
+    QCOMPARE(meta.superClass(), &QWidget::staticMetaObject);
+    QByteArrayList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        methods.append(meta.method(i).methodSignature());
+    QCOMPARE(methods,
+             (QByteArrayList{"validityChanged(QValidator::State)",
+                             "textChanged(QValidator::State)",
+                             "clearFormatList()",
+                             "setText(QString)",
+                             "setFormat(QString)",
+                             "setIgnore(QString)",
+                             "moveLeft(int,QKeyEvent*)",
+                             "moveRight(int,QKeyEvent*)",
+                             "moveTo(int,int,QKeyEvent*)",
+                             "childFocusedOut(int,QFocusEvent*)",
+                             "editorTextChanged(int)",
+                             "copy()",
+                             "paste()",
+                             "cut()",
+                             "clear()",
+                             "globalSelect(bool)",
+                             "deselect()",
+                             "setEnforceCase(int)",
+                             "addAlternateCheck(QString,int)",
+                             "clearAlternate()",
+                             "saveFocus()",
+                             "restoreFocus()"}));
+    QCOMPARE(meta.method(meta.indexOfSlot("setText(QString)")).typeName(), "bool");
+}
+
+void TestZEFFormatEdit::namesItsParameters()
+{
+    const auto names = [](const char* method) {
+        const QMetaObject& meta = ZEFFormatEdit::staticMetaObject;
+        return meta.method(meta.indexOfMethod(method)).parameterNames();
+    };
+    QCOMPARE(names("validityChanged(QValidator::State)"), QByteArrayList{"nValid"});
+    QCOMPARE(names("textChanged(QValidator::State)"), QByteArrayList{"validity"});
+    QCOMPARE(names("moveTo(int,int,QKeyEvent*)"), (QByteArrayList{"nIdFrom", "nIdTo", "e"}));
+    QCOMPARE(names("globalSelect(bool)"), QByteArrayList{"bGlobal"});
+    QCOMPARE(names("setEnforceCase(int)"), QByteArrayList{"nEnforce"});
+}
+
+void TestZEFFormatEdit::listsItsPropertiesInOrder()
+{
+    const QMetaObject& meta = ZEFFormatEdit::staticMetaObject;
+    QByteArrayList properties;
+    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
+        properties.append(QByteArray(meta.property(i).name()) + ' ' + meta.property(i).typeName());
+    QCOMPARE(properties,
+             (QByteArrayList{"format QString", "ignore QString", "spacing int", "leftMargin int",
+                             "rightMargin int", "topMargin int", "bottomMargin int"}));
+    ZEFFormatEdit edit(nullptr);
+    QVERIFY(edit.setProperty("format", twoCells));
+    QCOMPARE(edit.property("format").toString(), twoCells);
+    QCOMPARE(edit.lineEditCount(), 2);
+    QVERIFY(edit.setProperty("ignore", u"-"_s));
+    QCOMPARE(edit.editor(1)->ignore(), u"-"_s);
+}
+
+void TestZEFFormatEdit::buildsCellsAndSeparators()
+{
+    const auto edit = madeFrom(twoCells);
+    QCOMPARE(edit->format(), twoCells);
+    QCOMPARE(edit->masterRegexp(), uR"(^(\d*)(?:-)?(\d*)$)"_s);
+    QCOMPARE(edit->lineEditCount(), 2);
+    const ZEFFormatCell* first = edit->editor(0);
+    const ZEFFormatCell* second = edit->editor(1);
+    QCOMPARE(first->objectName(), QString());
+    QCOMPARE(first->id(), 0);
+    QCOMPARE(first->regexp(), uR"(\d*)"_s);
+    QCOMPARE(first->maxLength(), 3);
+    QCOMPARE(first->minLength(), -1);
+    QCOMPARE(first->prefix(), QString());
+    QCOMPARE(first->suffix(), QString());
+    QCOMPARE(first->sizePolicy(), QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred));
+    QCOMPARE(first->focusPolicy(), Qt::StrongFocus);
+    QCOMPARE(second->id(), 1);
+    QCOMPARE(second->maxLength(), 4);
+    QCOMPARE(second->prefix(), u"-"_s);
+    QCOMPARE(edit->focusProxy(), first);
+
+    const QList<QLabel*> labels = edit->findChildren<QLabel*>();
+    QCOMPARE(labels.size(), 1);
+    QCOMPARE(labels.at(0)->text(), u" - "_s);
+    QCOMPARE(labels.at(0)->alignment(), Qt::AlignCenter);
+    QCOMPARE(labels.at(0)->sizePolicy(), QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred));
+    QCOMPARE(edit->layout()->count(), 3);
+    QCOMPARE(edit->layout()->itemAt(0)->widget(), first);
+    QCOMPARE(edit->layout()->itemAt(1)->widget(), labels.at(0));
+    QCOMPARE(edit->layout()->itemAt(2)->widget(), second);
+
+    edit->setFormat(u"{2,4}([A-Z0-9]*)([A-Z]{2}[0-9]*)"_s);
+    QCOMPARE(edit->lineEditCount(), 1);
+    QCOMPARE(edit->layout()->count(), 1);
+    QCOMPARE(edit->masterRegexp(), u"^([A-Z0-9]*)$"_s);
+    QCOMPARE(edit->editor(0)->regexp(), u"[A-Z0-9]*"_s);
+    QCOMPARE(edit->editor(0)->finalRegExp(), u"[A-Z]{2}[0-9]*"_s);
+    QCOMPARE(edit->editor(0)->minLength(), 2);
+    QCOMPARE(edit->editor(0)->maxLength(), 4);
+}
+
+void TestZEFFormatEdit::buildsASuffix()
+{
+    const auto edit = madeFrom(uR"({5}(\w*)kg{})"_s);
+    QCOMPARE(edit->masterRegexp(), uR"(^(\w*)(?:kg)?$)"_s);
+    QCOMPARE(edit->editor(0)->suffix(), u"kg"_s);
+    QCOMPARE(separators(edit.get()), QStringList{u" kg "_s});
+    edit->editor(0)->setText(u"12"_s);
+    QCOMPARE(edit->text(), u"12kg"_s);
+
+    // Without the empty count block the separator is dropped.
+    edit->setFormat(uR"({5}(\w*)kg)"_s);
+    QCOMPARE(edit->masterRegexp(), uR"(^(\w*)$)"_s);
+    QCOMPARE(edit->editor(0)->suffix(), QString());
+    QCOMPARE(separators(edit.get()), QStringList());
+}
+
+void TestZEFFormatEdit::carriesTheMinimumOver()
+{
+    const auto edit = madeFrom(uR"({2,3}(\d*)/{2}(\d*))"_s);
+    QCOMPARE(edit->editor(0)->minLength(), 2);
+    QCOMPARE(edit->editor(0)->maxLength(), 3);
+    QCOMPARE(edit->editor(1)->minLength(), 2);
+    QCOMPARE(edit->editor(1)->maxLength(), 2);
+}
+
+void TestZEFFormatEdit::handsItsSettingsToCells()
+{
+    ZEFFormatEdit edit(nullptr);
+    edit.setIgnore(u"- "_s);
+    edit.setEnforceCase(2);
+    edit.setFormat(twoCells);
+    QCOMPARE(edit.editor(0)->ignore(), u"- "_s);
+    QCOMPARE(edit.editor(1)->enforceCase(), 2);
+
+    edit.setIgnore(u"x"_s);
+    edit.setEnforceCase(1);
+    QCOMPARE(edit.ignore(), u"x"_s);
+    QCOMPARE(edit.enforceCase(), 1);
+    QCOMPARE(edit.editor(0)->ignore(), u"x"_s);
+    QCOMPARE(edit.editor(1)->enforceCase(), 1);
+
+    // The same mode again is not handed on.
+    edit.editor(0)->setEnforceCase(0);
+    edit.setEnforceCase(1);
+    QCOMPARE(edit.editor(0)->enforceCase(), 0);
+}
+
+void TestZEFFormatEdit::handsCoercionsToAllLaterCells()
+{
+    const auto edit = madeFrom(u"{2:0O|3:1I}([A-Z0-9]*)([A-Z]*)-{5}([A-Z0-9]*)([A-Z]*)"_s);
+    QCOMPARE(edit->editor(0)->maxLength(), 5);
+    // Position 0 belongs to the closed range, which reads 0 as O. The open one comes second in the first
+    // cell, and it starts at position 2: position 1, which it is asked about, is out of its range.
+    edit->editor(0)->setText(u"0AAAA"_s);
+    QVERIFY(edit->editor(0)->validate());
+    QCOMPARE(edit->editor(0)->text(), u"OAAAA"_s);
+    edit->editor(0)->setText(u"A1AAA"_s);
+    QVERIFY(!edit->editor(0)->validate());
+    // The second cell has only the closed range.
+    edit->editor(1)->setText(u"0AAAA"_s);
+    QVERIFY(edit->editor(1)->validate());
+    QCOMPARE(edit->editor(1)->text(), u"OAAAA"_s);
+
+    // An open coercion at position 0 stays with its cell.
+    edit->setFormat(u"{5:0O}([A-Z0-9]*)([A-Z]*)-{5}([A-Z0-9]*)([A-Z]*)"_s);
+    edit->editor(0)->setText(u"0A"_s);
+    edit->editor(1)->setText(u"0A"_s);
+    QVERIFY(edit->editor(0)->validate());
+    QVERIFY(!edit->editor(1)->validate());
+}
+
+void TestZEFFormatEdit::buildsNothingFromAnEmptyFormat()
+{
+    const auto edit = madeFrom(twoCells);
+    edit->setFormat(QString());
+    QCOMPARE(edit->lineEditCount(), 0);
+    QCOMPARE(edit->masterRegexp(), u"^$"_s);
+    QCOMPARE(edit->findChildren<QWidget*>().size(), 0);
+    QVERIFY(!edit->focusProxy());
+}
+
+void TestZEFFormatEdit::buildsCellsThatAcceptNothing()
+{
+    const auto edit = madeFrom(u"([a-z]*)-([a-z]*)"_s);
+    QCOMPARE(edit->lineEditCount(), 2);
+    QCOMPARE(edit->editor(0)->maxLength(), 0);
+    QTest::keyClicks(edit->editor(0), u"abc"_s);
+    QCOMPARE(edit->text(), QString());
+}
+
+void TestZEFFormatEdit::showsSeparatorsAsTheyAreWritten()
+{
+    const auto edit = madeFrom(u"<b>&x</b>{2}(a)"_s);
+    const auto* label = edit->findChild<QLabel*>();
+    QCOMPARE(label->textFormat(), Qt::PlainText);
+    QCOMPARE(label->text(), u" <b>&x</b> "_s);
+    edit->setFormat(u"%1%n{2}(a)"_s);
+    QCOMPARE(separators(edit.get()), QStringList{u" %1%n "_s});
+    QCOMPARE(edit->masterRegexp(), u"^(?:%1%n)?(a)$"_s);
+}
+
+void TestZEFFormatEdit::reportsSyntaxErrors_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QStringList>("expected");
+    QTest::addRow("a letter") << u"{2x}(a)"_s << 0 << QStringList{u"debug: Syntax error: x unexpected"_s};
+    QTest::addRow("a percent sign and what looks like a format")
+        << u"{%s%n}(a)"_s << 0
+        << QStringList{u"debug: Syntax error: % unexpected"_s, u"debug: Syntax error: s unexpected"_s,
+                       u"debug: Syntax error: % unexpected"_s, u"debug: Syntax error: n unexpected"_s};
+    QTest::addRow("a bar after a minimum")
+        << u"{2,3|4}(a)"_s << 0 << QStringList{u"debug: Syntax error: | unexpected after explicit minimum"_s};
+    QTest::addRow("for an alternate") << u"{x}"_s << 3 << QStringList{u"debug: Syntax error: x unexpected"_s};
+    QTest::addRow("outside the basic plane")
+        << u"{😀}"_s << 0 << QStringList{u"debug: Syntax error: 😀 unexpected"_s};
+}
+
+void TestZEFFormatEdit::reportsSyntaxErrors()
+{
+    QFETCH(QString, format);
+    QFETCH(int, id);
+    ZEFFormatEdit edit(nullptr);
+    QVERIFY(!edit.parseFormat(format, id));
+    QTEST(TestLog::takeAll(), "expected");
+    if (format.startsWith(u"{2,3|4}")) {
+        QCOMPARE(edit.editor(0)->maxLength(), 34);
+        QCOMPARE(edit.editor(0)->minLength(), 2);
+    }
+}
+
+void TestZEFFormatEdit::keepsHugeCounts()
+{
+    TestLog::allow(noSizeHints);
+    const auto edit = madeFrom(u"{99999999999999999999}([a-z]*)-{2147483647:ab|9:cd}(x*)"_s);
+    QCOMPARE(edit->editor(0)->maxLength(), most);
+    QCOMPARE(edit->editor(1)->maxLength(), most);
+    QVERIFY(edit->editor(0)->maximumWidth() <= QWIDGETSIZE_MAX);
+    QTest::keyClicks(edit->editor(0), u"abc"_s);
+    QCOMPARE(edit->text(), u"abc"_s);
+}
+
+void TestZEFFormatEdit::acceptsInvalidPatterns()
+{
+    const auto edit = madeFrom(u"{3}([a-)([b-){3}(a)"_s);
+    QCOMPARE(edit->lineEditCount(), 2);
+    QTest::keyClicks(edit->editor(0), u"abc"_s);
+    QCOMPARE(edit->text(), QString());
+    QVERIFY(!edit->setText(u"aaa"_s));
+    QCOMPARE(edit->validate(), QValidator::Invalid);
+    edit->editor(0)->setText(u"x"_s);
+    QCOMPARE(edit->state(), QValidator::Invalid);
+
+    edit->addAlternateCheck(u"([a-)"_s, 1);
+    QCOMPARE(edit->alternatePattern(1), u"([a-)"_s);
+    QCOMPARE(edit->checkAlternates(u"a"_s), 0);
+    QCOMPARE(edit->checkAlternates(QString()), 0);
+}
+
+void TestZEFFormatEdit::buildsFromAMegabyte()
+{
+    const auto edit = madeFrom(u"{3}("_s + QString(1024 * 1024, u'a') + u")"_s);
+    QCOMPARE(edit->lineEditCount(), 1);
+    QCOMPARE(edit->editor(0)->regexp().size(), 1024 * 1024);
+    QTest::keyClick(edit->editor(0), Qt::Key_A);
+    edit->setFormat(u"{3:ab|}(a)"_s.repeated(2000));
+    QCOMPARE(edit->lineEditCount(), 2000);
+    edit->setFormat(QString());
+}
+
+void TestZEFFormatEdit::makesItsConnections()
+{
+    // Each can be broken by its strings, and only once.
+    const char* const connections[][2] = {
+        {SIGNAL(moveLeft(int, QKeyEvent*)), SLOT(moveLeft(int, QKeyEvent*))},
+        {SIGNAL(moveRight(int, QKeyEvent*)), SLOT(moveRight(int, QKeyEvent*))},
+        {"2textChanged(int, QString&)", "1editorTextChanged(int)"},
+        {"2copyMe(void)", "1copy(void)"},
+        {"2pasteMe(void)", "1paste(void)"},
+        {"2cutMe(void)", "1cut(void)"},
+        {"2deleteMe(void)", "1clear(void)"},
+        {"2moveTo(int, int, QKeyEvent*)", "1moveTo(int, int, QKeyEvent*)"},
+        {"2focusOut( int, QFocusEvent*)", "1childFocusedOut( int, QFocusEvent*)"}};
+    const auto edit = madeFrom(twoCells);
+    for (const auto& [signal, slot] : connections) {
+        QVERIFY2(disconnect(edit->editor(1), signal, edit.get(), slot), signal);
+        QVERIFY2(!disconnect(edit->editor(1), signal, edit.get(), slot), signal);
+    }
+    // Qt makes the same of the strings, without a warning.
+    for (const auto& [signal, slot] : connections)
+        QVERIFY2(connect(edit->editor(1), signal, edit.get(), slot), signal);
+}
+
+void TestZEFFormatEdit::showsWhatItRebuilds()
+{
+    Form form(twoCells);
+    QVERIFY(form.activate());
+    form.edit->setFormat(threeCells);
+    QVERIFY(form.edit->editor(0)->isVisible());
+    QVERIFY(form.edit->findChild<QLabel*>()->isVisible());
+    form.edit->setFocus();
+    QCOMPARE(form.focused(), 0);
+}
+
+void TestZEFFormatEdit::storesAlternates()
+{
+    ZEFFormatEdit edit(nullptr);
+    edit.addAlternateCheck(uR"({3}(\d*)-{2}(x*)(y)z)"_s, 7);
+    QCOMPARE(edit.alternateCount(), 1);
+    // No anchors, no widgets, and the final pattern plays no part.
+    QCOMPARE(edit.alternatePattern(7), uR"((\d*)(?:-)?(x*))"_s);
+    QCOMPARE(edit.alternatePattern(8), QString());
+    QCOMPARE(edit.findChildren<QWidget*>().size(), 0);
+    edit.addAlternateCheck(u"(b)"_s, 7);
+    QCOMPARE(edit.alternateCount(), 1);
+    QCOMPARE(edit.alternatePattern(7), u"(b)"_s);
+    QVERIFY(!edit.parseFormat(u"(c)"_s, -1));
+    QCOMPARE(edit.alternateCount(), 2);
+
+    // A new format leaves the alternates.
+    edit.setFormat(twoCells);
+    QCOMPARE(edit.alternateCount(), 2);
+}
+
+void TestZEFFormatEdit::alternatesDropTheCells()
+{
+    const auto edit = madeFrom(twoCells);
+    const QPointer<ZEFFormatCell> cell(edit->editor(0));
+    edit->addAlternateCheck(u"(a)"_s, 1);
+    QVERIFY(!cell);
+    QCOMPARE(edit->lineEditCount(), 0);
+    QCOMPARE(edit->findChildren<QWidget*>().size(), 0);
+    QCOMPARE(edit->format(), twoCells);
+    QCOMPARE(edit->masterRegexp(), uR"(^(\d*)(?:-)?(\d*)$)"_s);
+    QCOMPARE(edit->text(), QString());
+
+    // With id 0 it is a format like any other, but it is not remembered as one.
+    edit->addAlternateCheck(threeCells, 0);
+    QCOMPARE(edit->lineEditCount(), 3);
+    QCOMPARE(edit->format(), twoCells);
+    QCOMPARE(edit->alternateCount(), 1);
+}
+
+void TestZEFFormatEdit::checksAlternates()
+{
+    ZEFFormatEdit edit(nullptr);
+    QCOMPARE(edit.checkAlternates(u"1"_s), 0);
+    edit.addAlternateCheck(uR"((\d+))"_s, 5);
+    edit.addAlternateCheck(u"([a-f0-9]+)"_s, 3);
+    edit.addAlternateCheck(u"(a)-(b)"_s, 9);
+    QCOMPARE(edit.checkAlternates(u"12"_s), 3);
+    QCOMPARE(edit.checkAlternates(u"ab"_s), 3);
+    QCOMPARE(edit.checkAlternates(u"a-b"_s), 9);
+    QCOMPARE(edit.checkAlternates(u"12x"_s), 0);
+    QCOMPARE(edit.checkAlternates(u"x12"_s), 0);
+    QCOMPARE(edit.checkAlternates(QString()), 0);
+    edit.addAlternateCheck(u"([a-f0-9]+x)"_s, 2);
+    QCOMPARE(edit.checkAlternates(u"12x"_s), 2);
+}
+
+void TestZEFFormatEdit::joinsItsText()
+{
+    const auto edit = madeFrom(u"{2}([a-z]*)-{2}([a-z]*)/{2}([a-z]*)kg{}"_s);
+    QCOMPARE(edit->text(), QString());
+    edit->editor(0)->setText(u"ab"_s);
+    edit->editor(2)->setText(u"ef"_s);
+    QCOMPARE(edit->text(), u"ab/efkg"_s);
+    edit->editor(1)->setText(u"cd"_s);
+    QCOMPARE(edit->text(), u"ab-cd/efkg"_s);
+    edit->editor(0)->setText(QString());
+    edit->editor(2)->setText(QString());
+    QCOMPARE(edit->text(), u"-cd"_s);
+}
+
+void TestZEFFormatEdit::returnsTheFallbackText()
+{
+    Observed edit(nullptr);
+    edit.setFormat(twoCells);
+    edit.m_fallbackText = u"fallback"_s;
+    edit.m_alternateId = 4;
+    QCOMPARE(edit.text(), u"fallback"_s);
+    QCOMPARE(edit.alternateId(), 4);
+    edit.m_pendingText = u"pending"_s;
+    edit.editor(0)->setText(u"1"_s);
+    QCOMPARE(edit.text(), u"1"_s);
+    QCOMPARE(edit.m_pendingText, QString());
+    QVERIFY(!edit.setText(u"no"_s));
+    QCOMPARE(edit.m_fallbackText, u"fallback"_s);
+    QVERIFY(edit.setText(QString()));
+    QCOMPARE(edit.text(), QString());
+
+    edit.m_fallbackText = u"fallback"_s;
+    edit.clearAlternate();
+    QCOMPARE(edit.text(), QString());
+}
+
+void TestZEFFormatEdit::spreadsAText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("expected");
+    QTest::addColumn<QStringList>("expectedTexts");
+    const QStringList before = {u"9"_s, u"9"_s};
+    QTest::addRow("with the separator") << u"123-4567"_s << true << QStringList{u"123"_s, u"4567"_s};
+    QTest::addRow("white space around") << u" \t123-4567\n"_s << true << QStringList{u"123"_s, u"4567"_s};
+    QTest::addRow("one group empty") << u"123-"_s << true << QStringList{u"123"_s, QString()};
+    QTest::addRow("the other group empty") << u"-4567"_s << true << QStringList{QString(), u"4567"_s};
+    QTest::addRow("empty") << u""_s << true << QStringList{QString(), QString()};
+    QTest::addRow("greedy without the separator, and cut to length")
+        << u"1234567"_s << true << QStringList{u"123"_s, QString()};
+    QTest::addRow("does not fit") << u"12a-4567"_s << false << before;
+    QTest::addRow("white space inside") << u"123 4567"_s << false << before;
+}
+
+void TestZEFFormatEdit::spreadsAText()
+{
+    QFETCH(QString, text);
+    const auto edit = madeFrom(twoCells);
+    edit->editor(0)->setText(u"9"_s);
+    edit->editor(1)->setText(u"9"_s);
+    QTEST(edit->setText(text), "expected");
+    QTEST(texts(edit.get()), "expectedTexts");
+}
+
+void TestZEFFormatEdit::spreadsTextsThroughTheCase()
+{
+    ZEFFormatEdit edit(nullptr);
+    edit.setEnforceCase(2);
+    edit.setFormat(u"{3}([a-z]{3})-{3}([a-z]{3})"_s);
+    // A pattern of a fixed length needs no separators, and white space goes in with none.
+    QVERIFY(edit.setText(u"abcdef"_s));
+    QCOMPARE(texts(&edit), (QStringList{u"ABC"_s, u"DEF"_s}));
+
+    // Captures inside a cell's pattern shift the groups.
+    edit.setFormat(uR"({3}((a\)[a-z]*)-{3}([a-z]*))"_s);
+    QVERIFY(edit.setText(u"abc-def"_s));
+    QCOMPARE(texts(&edit), (QStringList{u"ABC"_s, u"A"_s}));
+}
+
+void TestZEFFormatEdit::spreadsAHugeText()
+{
+    const auto edit = madeFrom(u"{3}([a-z]*)-{4}([a-z]*)"_s);
+    QVERIFY(edit->setText(QString(10 * 1024 * 1024, u'a')));
+    QCOMPARE(texts(edit.get()), (QStringList{u"aaa"_s, QString()}));
+    QVERIFY(!edit->setText(QString(10 * 1024 * 1024, u'1')));
+    QApplication::clipboard()->setText(QString(10 * 1024 * 1024, u'b'));
+    edit->editor(0)->setText(QString());
+    edit->editor(0)->paste();
+    QCOMPARE(texts(edit.get()), (QStringList{u"bbb"_s, QString()}));
+}
+
+void TestZEFFormatEdit::validates()
+{
+    ZEFFormatEdit none(nullptr);
+    QCOMPARE(none.validate(), QValidator::Acceptable);
+
+    const auto edit = madeFrom(u"{2,3}([a-z]*)-{0,3}([a-z]*)([a-c]+)-{3}([a-z]{2})"_s);
+    // The first cell has a minimum, so it may not be empty; whether it is long enough, nobody asks.
+    QCOMPARE(edit->validate(), QValidator::Invalid);
+    edit->editor(0)->setText(u"a"_s);
+    edit->editor(2)->setText(u"xy"_s);
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+    edit->editor(1)->setText(u"xyz"_s);
+    QCOMPARE(edit->validate(), QValidator::Invalid);
+    edit->editor(1)->setText(u"abc"_s);
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+    edit->editor(1)->setText(QString());
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+
+    // An empty cell with a minimum fails before its validator is asked.
+    class Counting : public QValidator {
+    public:
+        using QValidator::QValidator;
+        mutable int asked = 0;
+        State validate(QString&, int&) const override
+        {
+            ++asked;
+            return Acceptable;
+        }
+    };
+    Counting counting;
+    edit->editor(0)->setText(QString());
+    edit->editor(0)->setValidator(&counting);
+    counting.asked = 0;
+    QCOMPARE(edit->validate(), QValidator::Invalid);
+    QCOMPARE(counting.asked, 0);
+    edit->editor(0)->setValidator(nullptr);
+    edit->editor(0)->setText(u"a"_s);
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+}
+
+void TestZEFFormatEdit::neverSaysIntermediate()
+{
+    const auto edit = madeFrom(uR"({2,3}(\d{3}))"_s);
+    edit->editor(0)->setText(u"12"_s);
+    QString text = u"12"_s;
+    int position = 0;
+    QCOMPARE(edit->editor(0)->validator()->validate(text, position), QValidator::Intermediate);
+    QCOMPARE(edit->validate(), QValidator::Invalid);
+    QCOMPARE(edit->state(), QValidator::Invalid);
+}
+
+void TestZEFFormatEdit::asksTheOutsideValidator()
+{
+    const auto edit = madeFrom(twoCells);
+    const ZEFListValidator validator(nullptr, {u"1234567"_s});
+    edit->setValidator(&validator);
+    QCOMPARE(edit->validator(), &validator);
+    edit->setText(u"123-4567"_s);
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+    QCOMPARE(edit->state(), QValidator::Acceptable);
+    // It judges the joined text and changes nothing of it.
+    QCOMPARE(edit->text(), u"123-4567"_s);
+    edit->setText(QString());
+    QCOMPARE(edit->validate(), QValidator::Intermediate);
+    QCOMPARE(edit->state(), QValidator::Intermediate);
+
+    // It also overrules cells that fail.
+    edit->editor(0)->setFinalRegExp(u"never"_s);
+    edit->setText(u"123-4567"_s);
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+    edit->setValidator(nullptr);
+    QCOMPARE(edit->validate(), QValidator::Invalid);
+}
+
+void TestZEFFormatEdit::survivesTheOutsideValidator()
+{
+    const auto edit = madeFrom(twoCells);
+    auto validator = std::make_unique<ZEFListValidator>(nullptr, QStringList{u"1"_s});
+    edit->setValidator(validator.get());
+    QCOMPARE(edit->validate(), QValidator::Intermediate);
+    validator.reset();
+    QVERIFY(!edit->validator());
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+}
+
+void TestZEFFormatEdit::announcesItsValidity()
+{
+    const auto edit = madeFrom(uR"({1,2}(\d*)-{1,2}(\d*))"_s);
+    QStringList lines;
+    connect(edit.get(), &ZEFFormatEdit::validityChanged, this,
+            [&](QValidator::State state) { lines += u"validity %1"_s.arg(state); });
+    connect(edit.get(), &ZEFFormatEdit::textChanged, this,
+            [&](QValidator::State state) { lines += u"text %1 %2"_s.arg(state).arg(edit->state()); });
+    QTest::keyClick(edit->editor(0), Qt::Key_1);
+    QTest::keyClick(edit->editor(1), Qt::Key_2);
+    QTest::keyClick(edit->editor(1), Qt::Key_3);
+    QTest::keyClick(edit->editor(0), Qt::Key_Backspace);
+    QCOMPARE(lines,
+             (QStringList{u"text 0 0"_s, u"validity 2"_s, u"text 2 2"_s, u"text 2 2"_s, u"validity 0"_s,
+                          u"text 0 0"_s}));
+
+    // A new format, clear() and so on announce nothing; a whole text announces through its cells.
+    lines.clear();
+    edit->setFormat(uR"({2}(\d*)-{2}(\d*))"_s);
+    QCOMPARE(lines, QStringList());
+    QCOMPARE(edit->state(), QValidator::Invalid);
+    edit->setText(u"12-34"_s);
+    QCOMPARE(lines, (QStringList{u"validity 2"_s, u"text 2 2"_s, u"text 2 2"_s}));
+
+    // The slot may be called with any id.
+    lines.clear();
+    edit->editorTextChanged(99);
+    edit->editorTextChanged(-1);
+    edit->editorTextChanged(least);
+    QCOMPARE(lines, (QStringList{u"text 2 2"_s, u"text 2 2"_s, u"text 2 2"_s}));
+}
+
+void TestZEFFormatEdit::clearsAlternatesInSilence()
+{
+    const auto edit = madeFrom(twoCells);
+    const QSignalSpy validities(edit.get(), &ZEFFormatEdit::validityChanged);
+    const QSignalSpy changes(edit.get(), &ZEFFormatEdit::textChanged);
+    QCOMPARE(edit->state(), QValidator::Invalid);
+    edit->clearAlternate();
+    QCOMPARE(edit->state(), QValidator::Acceptable);
+    QCOMPARE(validities.size(), 0);
+    QCOMPARE(changes.size(), 0);
+}
+
+void TestZEFFormatEdit::typesAcrossCells()
+{
+    Form form(threeCells);
+    QVERIFY(form.activate());
+    form.type(u"ab"_s);
+    QCOMPARE(form.focused(), 1);
+    QCOMPARE(form.edit->editor(1)->cursorPosition(), 0);
+    form.type(u"cdef"_s);
+    QCOMPARE(form.edit->text(), u"ab-cd/ef"_s);
+    QCOMPARE(form.focused(), 2);
+    form.type(u"x"_s);
+    QCOMPARE(form.edit->text(), u"ab-cd/ef"_s);
+    QCOMPARE(form.focused(), 2);
+
+    // A full cell takes no more characters and does not move on.
+    form.edit->editor(0)->setFocus();
+    form.type(u"x"_s);
+    QCOMPARE(form.edit->text(), u"ab-cd/ef"_s);
+    QCOMPARE(form.focused(), 0);
+
+    // A separator that is typed is refused by the pattern, or swallowed where it is to be ignored.
+    form.edit->setText(QString());
+    form.edit->setIgnore(u"-/"_s);
+    form.edit->editor(0)->setFocus();
+    form.type(u"a-b-c/d"_s);
+    QCOMPARE(form.edit->text(), u"ab-cd"_s);
+}
+
+void TestZEFFormatEdit::backspacesAcrossCells()
+{
+    Form form(threeCells);
+    QVERIFY(form.activate());
+    form.type(u"abc"_s);
+    form.press(Qt::Key_Backspace);
+    QCOMPARE(form.focused(), 1);
+    form.press(Qt::Key_Backspace);
+    QCOMPARE(form.focused(), 0);
+    QCOMPARE(form.edit->text(), u"a"_s);
+    QCOMPARE(form.edit->editor(0)->cursorPosition(), 1);
+    form.press(Qt::Key_Backspace);
+    form.press(Qt::Key_Backspace);
+    QCOMPARE(form.edit->text(), QString());
+    QCOMPARE(form.focused(), 0);
+
+    // Through an empty cell to the one before it, in one go.
+    form.edit->setText(u"ab-"_s);
+    form.edit->editor(2)->setFocus();
+    form.press(Qt::Key_Backspace);
+    QCOMPARE(form.focused(), 0);
+    QCOMPARE(form.edit->text(), u"a"_s);
+
+    // The cell itself is not spared when something in it is selected.
+    form.edit->setText(u"ab-cd"_s);
+    form.edit->editor(1)->setFocus();
+    form.edit->editor(1)->setSelection(2, -2);
+    form.press(Qt::Key_Backspace);
+    QCOMPARE(form.edit->text(), u"a"_s);
+}
+
+void TestZEFFormatEdit::movesWithTheArrowKeys()
+{
+    Form form(threeCells);
+    QVERIFY(form.activate());
+    form.edit->setText(u"ab-c/"_s);
+    form.edit->editor(0)->setCursorPosition(2);
+    form.press(Qt::Key_Right);
+    QCOMPARE(form.focused(), 1);
+    QCOMPARE(form.edit->editor(1)->cursorPosition(), 0);
+    // Not from the end of a cell that is not full.
+    form.press(Qt::Key_Right);
+    form.press(Qt::Key_Right);
+    QCOMPARE(form.focused(), 1);
+    QCOMPARE(form.edit->editor(1)->cursorPosition(), 1);
+    form.press(Qt::Key_Left);
+    form.press(Qt::Key_Left);
+    QCOMPARE(form.focused(), 0);
+    QCOMPARE(form.edit->editor(0)->cursorPosition(), 2);
+    QCOMPARE(form.edit->text(), u"ab-c"_s);
+
+    // Nothing lies beyond the ends.
+    form.edit->editor(0)->setCursorPosition(0);
+    form.press(Qt::Key_Left);
+    QCOMPARE(form.focused(), 0);
+    form.edit->setText(u"ab-cd/ef"_s);
+    form.edit->editor(2)->setFocus();
+    form.edit->editor(2)->setCursorPosition(2);
+    form.press(Qt::Key_Right);
+    QCOMPARE(form.focused(), 2);
+}
+
+void TestZEFFormatEdit::navigatesToAnyId_data()
+{
+    QTest::addColumn<QString>("slot");
+    QTest::addColumn<int>("id");
+    QTest::addColumn<int>("focused");
+    // The focus starts in the middle one of three cells.
+    QTest::addRow("left of 1") << u"left"_s << 1 << 0;
+    QTest::addRow("left of 3") << u"left"_s << 3 << 2;
+    QTest::addRow("left of 0") << u"left"_s << 0 << 1;
+    QTest::addRow("left of 4") << u"left"_s << 4 << 1;
+    QTest::addRow("left of -1") << u"left"_s << -1 << 1;
+    QTest::addRow("left of the least") << u"left"_s << least << 1;
+    QTest::addRow("left of the most") << u"left"_s << most << 1;
+    QTest::addRow("right of 1") << u"right"_s << 1 << 2;
+    QTest::addRow("right of -1") << u"right"_s << -1 << 0;
+    QTest::addRow("right of 2") << u"right"_s << 2 << 1;
+    QTest::addRow("right of -2") << u"right"_s << -2 << 1;
+    QTest::addRow("right of the least") << u"right"_s << least << 1;
+    QTest::addRow("right of the most") << u"right"_s << most << 1;
+    QTest::addRow("to 2") << u"to"_s << 2 << 2;
+    QTest::addRow("to 3") << u"to"_s << 3 << 1;
+    QTest::addRow("to -1") << u"to"_s << -1 << 1;
+    QTest::addRow("to the most") << u"to"_s << most << 1;
+}
+
+void TestZEFFormatEdit::navigatesToAnyId()
+{
+    QFETCH(QString, slot);
+    QFETCH(int, id);
+    Form form(threeCells);
+    QVERIFY(form.activate());
+    form.edit->editor(1)->setFocus();
+    if (slot == u"left")
+        form.edit->moveLeft(id, nullptr);
+    else if (slot == u"right")
+        form.edit->moveRight(id, nullptr);
+    else
+        form.edit->moveTo(1, id, nullptr);
+    QTEST(form.focused(), "focused");
+    form.edit->childFocusedOut(id, nullptr);
+}
+
+void TestZEFFormatEdit::sendsTheKeyOn()
+{
+    Form form(threeCells);
+    QVERIFY(form.activate());
+    form.edit->setText(u"a-c/e"_s);
+    QKeyEvent x(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, u"x"_s);
+    form.edit->moveLeft(1, &x);
+    QCOMPARE(form.edit->text(), u"ax-c/e"_s);
+    // That filled the cell, so the caret went on; now at the start of the last one.
+    form.edit->moveRight(1, &x);
+    QCOMPARE(form.edit->text(), u"ax-c/xe"_s);
+    form.edit->editor(1)->setCursorPosition(1);
+    form.edit->moveTo(0, 1, &x);
+    QCOMPARE(form.edit->text(), u"ax-cx/xe"_s);
+    // Not to where it came from.
+    form.edit->setText(u"a-c/e"_s);
+    form.edit->moveTo(1, 1, &x);
+    QCOMPARE(form.edit->text(), u"a-c/e"_s);
+    QCOMPARE(form.focused(), 1);
+}
+
+void TestZEFFormatEdit::stopsAKeyThatTravelsTooFar()
+{
+    // Each empty cell hands a Backspace on from within its own event.
+    const auto edit = madeFrom(u"{1}(a){1}(b)"_s.repeated(1000));
+    edit->editor(0)->setText(u"a"_s);
+    QTest::keyClick(edit->editor(1999), Qt::Key_Backspace);
+    QCOMPARE(edit->text(), u"a"_s);
+    QTest::keyClick(edit->editor(100), Qt::Key_Backspace);
+    QCOMPARE(edit->text(), QString());
+}
+
+void TestZEFFormatEdit::savesAndRestoresTheFocus()
+{
+    Form form(threeCells);
+    auto* other = new QLineEdit(&form);
+    form.layout()->addWidget(other);
+    QVERIFY(form.activate());
+    form.edit->editor(1)->setFocus();
+    form.edit->saveFocus();
+    other->setFocus();
+    form.edit->restoreFocus();
+    QCOMPARE(form.focused(), 1);
+
+    // Without a focused cell the first one is remembered, also without any saveFocus().
+    other->setFocus();
+    form.edit->saveFocus();
+    form.edit->setFocus();
+    QCOMPARE(form.focused(), 0);
+    other->setFocus();
+    static_cast<QWidget*>(form.edit)->setFocus();
+    QCOMPARE(form.focused(), 0);
+
+    // A cell that is gone is not remembered, and an edit without cells has nothing to focus.
+    form.edit->editor(2)->setFocus();
+    form.edit->saveFocus();
+    form.edit->setFormat(twoCells);
+    form.edit->restoreFocus();
+    QCOMPARE(form.focused(), 0);
+    form.edit->saveFocus();
+    form.edit->setFormat(QString());
+    form.edit->saveFocus();
+    form.edit->restoreFocus();
+    QCOMPARE(form.focused(), -1);
+
+    // setFocus() goes by way of restoreFocus().
+    Observed observed(nullptr);
+    observed.setFocus();
+    QCOMPARE(observed.calls, QStringList{u"restoreFocus"_s});
+}
+
+void TestZEFFormatEdit::ignoresFocusThatLeaves()
+{
+    Observed edit(nullptr);
+    edit.setFormat(twoCells);
+    Q_EMIT edit.editor(1)->focusOut(1, nullptr);
+    QCOMPARE(edit.calls, QStringList{u"childFocusedOut 1"_s});
+}
+
+void TestZEFFormatEdit::copies()
+{
+    QClipboard* clipboard = QApplication::clipboard();
+    clipboard->setText(u"before"_s);
+    const auto edit = madeFrom(twoCells);
+    edit->copy();
+    QCOMPARE(clipboardText(), u"before"_s);
+    edit->setText(u"123-4567"_s);
+    edit->editor(1)->copy();
+    QCOMPARE(clipboardText(), u"123-4567"_s);
+    if (clipboard->supportsSelection())
+        QCOMPARE(clipboardText(QClipboard::Selection), u"123-4567"_s);
+    edit->editor(1)->setSelection(0, 2);
+    edit->editor(1)->copy();
+    QCOMPARE(clipboardText(), u"45"_s);
+}
+
+void TestZEFFormatEdit::pastes()
+{
+    QClipboard* clipboard = QApplication::clipboard();
+    const auto edit = madeFrom(twoCells);
+    clipboard->setText(u" 123-4567\n"_s);
+    edit->paste();
+    QCOMPARE(edit->text(), u"123-4567"_s);
+    clipboard->setText(u"something else"_s);
+    edit->paste();
+    QCOMPARE(edit->text(), u"123-4567"_s);
+    clipboard->clear();
+    edit->paste();
+    QCOMPARE(edit->text(), u"123-4567"_s);
+
+    Observed observed(nullptr);
+    clipboard->setText(u"12"_s);
+    observed.paste();
+    QCOMPARE(observed.calls, QStringList{u"setText 12"_s});
+}
+
+void TestZEFFormatEdit::pastesFromTheSelectionFirst()
+{
+    QClipboard* clipboard = QApplication::clipboard();
+    if (!clipboard->supportsSelection())
+        QSKIP("This platform has no selection clipboard");
+    const auto edit = madeFrom(twoCells);
+    clipboard->setText(u"111-1111"_s);
+    clipboard->setText(u"222-2222"_s, QClipboard::Selection);
+    edit->paste();
+    QCOMPARE(edit->text(), u"222-2222"_s);
+    clipboard->setText(QString(), QClipboard::Selection);
+    edit->paste();
+    QCOMPARE(edit->text(), u"111-1111"_s);
+}
+
+void TestZEFFormatEdit::pastesAcrossCellsFromACell()
+{
+    const auto edit = madeFrom(u"{5}([A-Z0-9]{5})-{5}([A-Z0-9]{5})"_s);
+    QApplication::clipboard()->setText(u"ABCDE-12345"_s);
+    edit->editor(1)->paste();
+    QCOMPARE(edit->text(), u"ABCDE-12345"_s);
+    edit->editor(0)->setText(QString());
+    edit->editor(1)->setText(QString());
+    QApplication::clipboard()->setText(u"VWXYZ98765"_s);
+    edit->editor(0)->paste();
+    QCOMPARE(edit->text(), u"VWXYZ-98765"_s);
+}
+
+void TestZEFFormatEdit::pastesAcrossCellsWithTheMiddleButton()
+{
+    TestLog::allow(noSizeHints);
+    QClipboard* clipboard = QApplication::clipboard();
+    clipboard->setText(u"12"_s);
+    if (clipboard->supportsSelection())
+        clipboard->setText(u"98"_s, QClipboard::Selection);
+    Form form(twoCells);
+    QVERIFY(form.activate());
+    const QSignalSpy changes(form.edit, &ZEFFormatEdit::textChanged);
+    QTest::mouseClick(form.edit->editor(0), Qt::MiddleButton);
+    QCOMPARE(form.edit->text(), u"12"_s);
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(form.edit->state(), QValidator::Acceptable);
+
+    // What is too long for the cell is pasted by the edit, from the selection where there is one.
+    clipboard->setText(u"123-4567"_s);
+    QTest::mouseClick(form.edit->editor(0), Qt::MiddleButton);
+    QCOMPARE(form.edit->text(), clipboard->supportsSelection() ? u"98"_s : u"123-4567"_s);
+}
+
+void TestZEFFormatEdit::cuts()
+{
+    QApplication::clipboard()->setText(u"before"_s);
+    Observed edit(nullptr);
+    edit.setFormat(threeCells);
+    edit.cut();
+    QCOMPARE(edit.calls, QStringList());
+    QCOMPARE(clipboardText(), u"before"_s);
+    edit.setText(u"ab-cd/ef"_s);
+    edit.calls.clear();
+    edit.editor(2)->cut();
+    QCOMPARE(edit.calls.filter(u"copy"_s) + edit.calls.filter(u"clear"_s),
+             (QStringList{u"copy"_s, u"clear"_s}));
+    QCOMPARE(clipboardText(), u"ab-cd/ef"_s);
+    QCOMPARE(edit.text(), u"ab"_s);
+}
+
+void TestZEFFormatEdit::clearsAllButTheFirst()
+{
+    Form form(threeCells);
+    QVERIFY(form.activate());
+    form.edit->setText(u"ab-cd/ef"_s);
+    form.edit->editor(2)->setFocus();
+    const QSignalSpy validities(form.edit, &ZEFFormatEdit::validityChanged);
+    const QSignalSpy changes(form.edit, &ZEFFormatEdit::textChanged);
+    form.edit->editor(2)->clear();
+    QCOMPARE(texts(form.edit), (QStringList{u"ab"_s, QString(), QString()}));
+    QCOMPARE(form.focused(), 0);
+    QCOMPARE(validities.size(), 0);
+    QCOMPARE(changes.size(), 0);
+    // The cells are connected again, once.
+    form.edit->editor(1)->setText(u"x"_s);
+    QCOMPARE(changes.size(), 1);
+
+    ZEFFormatEdit none(nullptr);
+    none.clear();
+}
+
+void TestZEFFormatEdit::selectsGlobally()
+{
+    QClipboard* clipboard = QApplication::clipboard();
+    const auto edit = madeFrom(twoCells);
+    edit->setText(u"123-4567"_s);
+    const QSignalSpy selections(clipboard, &QClipboard::selectionChanged);
+    edit->globalSelect(true);
+    QCOMPARE(selections.size(), 0);
+    QVERIFY(!clipboard->signalsBlocked());
+    QVERIFY(!edit->editor(0)->signalsBlocked());
+    // Cells themselves take no part.
+    QVERIFY(!edit->editor(0)->selectOutside());
+    if (clipboard->supportsSelection())
+        QCOMPARE(clipboardText(QClipboard::Selection), u"123-4567"_s);
+    edit->globalSelect(false);
+    if (clipboard->supportsSelection())
+        QCOMPARE(clipboardText(QClipboard::Selection), u"123-4567"_s);
+}
+
+void TestZEFFormatEdit::endsAGlobalSelectionWithTheClipboard()
+{
+    Observed edit(nullptr);
+    edit.setFormat(twoCells);
+    edit.globalSelect(true);
+    edit.calls.clear();
+    Q_EMIT QApplication::clipboard()->selectionChanged();
+    QCOMPARE(edit.calls, QStringList{u"globalSelect false"_s});
+
+    // An edit of a cell ends it too, once.
+    edit.globalSelect(true);
+    edit.calls.clear();
+    edit.editor(0)->setText(u"1"_s);
+    edit.editor(0)->setText(u"2"_s);
+    QCOMPARE(edit.calls,
+             (QStringList{u"editorTextChanged 0"_s, u"globalSelect false"_s, u"editorTextChanged 0"_s}));
+
+    // So do a new format and clear(), without being told.
+    edit.globalSelect(true);
+    edit.setFormat(twoCells);
+    edit.calls.clear();
+    edit.editor(0)->setText(u"1"_s);
+    QCOMPARE(edit.calls, QStringList{u"editorTextChanged 0"_s});
+    edit.globalSelect(true);
+    edit.clear();
+    edit.calls.clear();
+    edit.editor(0)->setText(u"2"_s);
+    QCOMPARE(edit.calls, QStringList{u"editorTextChanged 0"_s});
+}
+
+void TestZEFFormatEdit::listensToTheClipboardOnce()
+{
+    QClipboard* clipboard = QApplication::clipboard();
+    auto edit = std::make_unique<Observed>(nullptr);
+    edit->setFormat(twoCells);
+    edit->setText(u"123"_s);
+    edit->calls.clear();
+    // Its own copies are no foreign selections.
+    edit->editor(0)->copy();
+    edit->copy();
+    edit->editor(0)->selectAll();
+    edit->editor(0)->copy();
+    QCOMPARE(edit->calls.filter(u"globalSelect"_s), QStringList());
+    Q_EMIT clipboard->selectionChanged();
+    QCOMPARE(edit->calls.filter(u"globalSelect"_s), QStringList{u"globalSelect false"_s});
+
+    // An edit that was disconnected on purpose stays so.
+    QVERIFY(disconnect(clipboard, SIGNAL(selectionChanged()), edit.get(), SLOT(deselect())));
+    edit->calls.clear();
+    edit->copy();
+    edit->editor(0)->copy();
+    Q_EMIT clipboard->selectionChanged();
+    QCOMPARE(edit->calls.filter(u"globalSelect"_s), QStringList());
+    edit.reset();
+    Q_EMIT clipboard->selectionChanged();
+}
+
+void TestZEFFormatEdit::twoEditsCopyApart()
+{
+    Observed one(nullptr);
+    Observed two(nullptr);
+    one.setFormat(twoCells);
+    two.setFormat(twoCells);
+    one.setText(u"111"_s);
+    two.setText(u"222"_s);
+    one.calls.clear();
+    two.calls.clear();
+    one.copy();
+    QCOMPARE(clipboardText(), u"111"_s);
+    two.copy();
+    QCOMPARE(clipboardText(), u"222"_s);
+    // Where there is a selection clipboard, the one's copy ends the other's selection.
+    const qsizetype expected = QApplication::clipboard()->supportsSelection() ? 1 : 0;
+    QCOMPARE(one.calls.filter(u"globalSelect false"_s).size(), expected);
+    QCOMPARE(two.calls.filter(u"globalSelect false"_s).size(), expected);
+}
+
+void TestZEFFormatEdit::keepsItsMargins()
+{
+    ZEFFormatEdit edit(nullptr);
+    edit.setLeftMargin(3);
+    QCOMPARE(edit.layout()->contentsMargins(), QMargins(3, 2, 2, 2));
+    edit.setTopMargin(4);
+    QCOMPARE(edit.layout()->contentsMargins(), QMargins(3, 4, 2, 2));
+    edit.setRightMargin(5);
+    QCOMPARE(edit.layout()->contentsMargins(), QMargins(3, 4, 5, 2));
+    edit.setBottomMargin(6);
+    QCOMPARE(edit.layout()->contentsMargins(), QMargins(3, 4, 5, 6));
+    QCOMPARE(edit.leftMargin(), 3);
+    QCOMPARE(edit.topMargin(), 4);
+    QCOMPARE(edit.rightMargin(), 5);
+    QCOMPARE(edit.bottomMargin(), 6);
+    edit.setSpacing(9);
+    QCOMPARE(edit.spacing(), 9);
+    QCOMPARE(edit.layout()->spacing(), 9);
+    edit.setLeftMargin(most);
+    edit.setSpacing(most);
+    QCOMPARE(edit.leftMargin(), QWIDGETSIZE_MAX);
+    QCOMPARE(edit.spacing(), QWIDGETSIZE_MAX);
+}
+
+void TestZEFFormatEdit::highlightsItsCells()
+{
+    const auto edit = madeFrom(twoCells);
+    edit->setCellBottomHighlight(7, Qt::red);
+    QCOMPARE(edit->editor(0)->contentsMargins().bottom(), 7);
+    QCOMPARE(edit->editor(1)->contentsMargins().bottom(), 7);
+    ZEFFormatEdit(nullptr).setCellBottomHighlight(7, Qt::red);
+}
+
+void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot_data()
+{
+    QTest::addColumn<QString>("signal");
+    QTest::addColumn<QString>("act");
+    QTest::addColumn<QString>("reaction");
+
+    const QStringList signalNames = {u"textChanged"_s, u"validityChanged"_s, u"cell textChanged"_s,
+                                     u"moveRight"_s,   u"moveLeft"_s,        u"focusOut"_s};
+    const QStringList acts = {u"type"_s,      u"backspace"_s, u"paste"_s,  u"middle"_s,   u"setText"_s,
+                              u"cell text"_s, u"cut"_s,       u"insert"_s, u"validate"_s, u"left"_s};
+    const QStringList reactions = {u"rebuild"_s, u"empty"_s, u"alternate"_s, u"delete edit"_s,
+                                   u"delete form"_s};
+    for (const QString& signal : signalNames) {
+        for (const QString& act : acts) {
+            for (const QString& reaction : reactions) {
+                QTest::addRow("%s, %s, %s", qUtf8Printable(signal), qUtf8Printable(act),
+                              qUtf8Printable(reaction))
+                    << signal << act << reaction;
+            }
+        }
+    }
+}
+
+void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
+{
+    QFETCH(QString, signal);
+    QFETCH(QString, act);
+    QFETCH(QString, reaction);
+
+    const QString format = u"{3:0O}([A-Z0-9]*)([A-Z]*)-{3}([A-Z0-9]*)"_s;
+    const QPointer<Form> form(new Form(format));
+    QVERIFY(form->activate());
+    const QPointer<ZEFFormatEdit> edit(form->edit);
+    const QList<QPointer<ZEFFormatCell>> cells = {edit->editor(0), edit->editor(1)};
+    if (act == u"left" || act == u"backspace") {
+        edit->editor(0)->setText(u"AB"_s);
+        edit->editor(1)->setFocus();
+    } else if (act == u"cut") {
+        edit->setText(u"AB-CD"_s);
+    } else {
+        edit->editor(0)->setText(u"0A"_s);
+    }
+
+    int reacted = 0;
+    const auto react = [&] {
+        if (reacted++ > 0)
+            return;
+        if (reaction == u"rebuild")
+            edit->setFormat(threeCells);
+        else if (reaction == u"empty")
+            edit->setFormat(QString());
+        else if (reaction == u"alternate")
+            edit->addAlternateCheck(twoCells, 1);
+        else if (reaction == u"delete edit")
+            delete edit.data();
+        else
+            delete form.data();
+        // The cells are gone for everybody, although one of them may still be working.
+        if (edit) {
+            QCOMPARE(edit->lineEditCount(), reaction == u"rebuild" ? 3 : 0);
+            QCOMPARE(edit->findChildren<ZEFFormatCell*>().size(), edit->lineEditCount());
+        }
+        for (const QPointer<ZEFFormatCell>& cell : cells)
+            QVERIFY(!cell || !cell->parent());
+    };
+    if (signal == u"textChanged")
+        connect(edit, &ZEFFormatEdit::textChanged, this, react);
+    else if (signal == u"validityChanged")
+        connect(edit, &ZEFFormatEdit::validityChanged, this, react);
+    for (const QPointer<ZEFFormatCell>& cell : cells) {
+        if (signal == u"cell textChanged")
+            connect(cell, qOverload<int, QString&>(&ZEFFormatCell::textChanged), this, react);
+        else if (signal == u"moveRight")
+            connect(cell, &ZEFFormatCell::moveRight, this, react);
+        else if (signal == u"moveLeft")
+            connect(cell, &ZEFFormatCell::moveLeft, this, react);
+        else if (signal == u"focusOut")
+            connect(cell, &ZEFFormatCell::focusOut, this, react);
+    }
+    if (signal == u"validityChanged")
+        edit->editor(1)->setFinalRegExp(u"never"_s);
+
+    QApplication::clipboard()->setText(act == u"middle" ? u"B"_s : u"ABC-XYZ"_s);
+    if (act == u"type")
+        QTest::keyClick(cells.at(0), Qt::Key_B);
+    else if (act == u"backspace")
+        QTest::keyClick(cells.at(1), Qt::Key_Backspace);
+    else if (act == u"left")
+        QTest::keyClick(cells.at(1), Qt::Key_Left);
+    else if (act == u"paste")
+        cells.at(0)->paste();
+    else if (act == u"middle")
+        QTest::mouseClick(cells.at(0), Qt::MiddleButton);
+    else if (act == u"setText")
+        edit->setText(u"A-Z"_s);
+    else if (act == u"cell text")
+        cells.at(1)->setText(u"Z"_s);
+    else if (act == u"cut")
+        cells.at(1)->cut();
+    else if (act == u"insert")
+        cells.at(0)->insert(u"z"_s);
+    else
+        edit->validate();
+
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    if (reacted > 0) {
+        for (const QPointer<ZEFFormatCell>& cell : cells)
+            QVERIFY(!cell);
+    }
+    if (edit && edit->lineEditCount() == 3) {
+        edit->editor(0)->setFocus();
+        QTest::keyClick(edit->editor(0), Qt::Key_A);
+        QCOMPARE(edit->text(), u"a"_s);
+    }
+    delete form.data();
+}
+
+void TestZEFFormatEdit::mayBeDeletedByTheClipboard()
+{
+    for (const bool byCell : {true, false}) {
+        const QPointer<ZEFFormatEdit> edit(new ZEFFormatEdit(nullptr));
+        edit->setFormat(twoCells);
+        edit->setText(u"123"_s);
+        const auto connection =
+            connect(QApplication::clipboard(), &QClipboard::dataChanged, this, [&] { delete edit.data(); });
+        if (byCell)
+            edit->editor(0)->copy();
+        else
+            edit->cut();
+        QVERIFY(!edit);
+        disconnect(connection);
+    }
+}
+
+void TestZEFFormatEdit::mayBeRebuiltWhileAKeyMovesOn()
+{
+    // The last character of a cell moves on; the slot has replaced the row before that.
+    Form form(threeCells);
+    QVERIFY(form.activate());
+    form.type(u"a"_s);
+    const auto connection = connect(form.edit, &ZEFFormatEdit::textChanged, this,
+                                    [&] { form.edit->setFormat(u"{4}([a-z]*)-{4}([a-z]*)"_s); });
+    form.type(u"b"_s);
+    disconnect(connection);
+    QCOMPARE(form.edit->lineEditCount(), 2);
+    QCOMPARE(form.edit->text(), QString());
+    QCOMPARE(form.focused(), -1);
+}
+
+void TestZEFFormatEdit::mayBeDeletedWhileTheFocusMoves()
+{
+    const QPointer<Form> form(new Form(threeCells));
+    QVERIFY(form->activate());
+    const auto connection = connect(qApp, &QApplication::focusChanged, this, [&] { delete form.data(); });
+    form->type(u"ab"_s);
+    disconnect(connection);
+    QVERIFY(!form);
+}
+
+void TestZEFFormatEdit::mayBeRebuiltFromTheContextMenu()
+{
+    Form form(twoCells);
+    QVERIFY(form.activate());
+    form.edit->editor(0)->setText(u"12"_s);
+    form.edit->editor(0)->selectAll();
+    connect(form.edit, &ZEFFormatEdit::textChanged, this, [&] { form.edit->setFormat(threeCells); });
+    QMenu* menu = form.edit->editor(0)->createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(form.mapToGlobal(QPoint()));
+    QVERIFY(QTest::qWaitForWindowExposed(menu));
+    for (QAction* action : menu->actions()) {
+        if (action->text() == QLineEdit::tr("Delete")) {
+            menu->setActiveAction(action);
+            QTest::keyClick(menu, Qt::Key_Return);
+            break;
+        }
+    }
+    QCOMPARE(form.edit->lineEditCount(), 3);
+}
+
+void TestZEFFormatEdit::forgetsCellsThatOthersDelete()
+{
+    const auto edit = madeFrom(threeCells);
+    edit->setText(u"ab-cd/ef"_s);
+    edit->editor(1)->setFocus();
+    edit->saveFocus();
+    delete edit->editor(1);
+    QCOMPARE(edit->lineEditCount(), 2);
+    QCOMPARE(edit->text(), u"ab/ef"_s);
+    edit->restoreFocus();
+    edit->moveRight(0, nullptr);
+    edit->setFormat(twoCells);
+    QCOMPARE(edit->lineEditCount(), 2);
+    // Nor those that others take away.
+    const std::unique_ptr<ZEFFormatCell> taken(edit->editor(0));
+    taken->setParent(nullptr);
+    QCOMPARE(edit->lineEditCount(), 1);
+}
+
+void TestZEFFormatEdit::deletesNestedLabelsOnce()
+{
+    const auto edit = madeFrom(twoCells);
+    const QPointer<QLabel> outer(new QLabel(edit.get()));
+    const QPointer<QLabel> inner(new QLabel(outer));
+    auto* box = new QWidget(edit.get());
+    const QPointer<QLabel> boxed(new QLabel(box));
+    edit->setFormat(twoCells);
+    QVERIFY(!outer);
+    QVERIFY(!inner);
+    // All labels below the edit go, whoever made them; other widgets stay.
+    QVERIFY(!boxed);
+    QCOMPARE(box->parentWidget(), edit.get());
+}
+
+void TestZEFFormatEdit::survivesASlotThatSetsTexts()
+{
+    const auto edit = madeFrom(twoCells);
+    int depth = 0;
+    connect(edit.get(), &ZEFFormatEdit::textChanged, this, [&] {
+        if (++depth < 5)
+            edit->setText(QString::number(depth));
+    });
+    edit->editor(0)->setText(u"9"_s);
+    QCOMPARE(edit->text(), u"4"_s);
+}
+
+void TestZEFFormatEdit::survivesTheLossOfItsLayout()
+{
+    const auto edit = madeFrom(twoCells);
+    delete edit->layout();
+    edit->setLeftMargin(3);
+    edit->setSpacing(3);
+    QCOMPARE(edit->leftMargin() + edit->rightMargin() + edit->topMargin() + edit->bottomMargin()
+                 + edit->spacing(),
+             0);
+    edit->setFormat(threeCells);
+    QCOMPARE(edit->lineEditCount(), 3);
+}
+
+void TestZEFFormatEdit::comesFromAForm()
+{
+    const std::unique_ptr<ZEFUIDialog> dialog(
+        ZEFUIDialog::create(u"formatinput"_s, u"en"_s, nullptr, Qt::Dialog));
+    QVERIFY(dialog);
+    const QStringList lines = TestLog::takeAll();
+    QVERIFY(lines.contains(u"log: ZEFUILoader creating custom ZEFFormatEdit"_s));
+    QVERIFY(lines.contains(u"log: ZEFUILoader creating custom ZEFFormatCell"_s));
+    const auto* edit = dialog->findChild<ZEFFormatEdit*>(u"productKey"_s);
+    QVERIFY(edit);
+    QCOMPARE(edit->lineEditCount(), 2);
+    QCOMPARE(edit->ignore(), u"-"_s);
+    QCOMPARE(edit->leftMargin(), 7);
+    const auto* cell = dialog->findChild<ZEFFormatCell*>(u"pin"_s);
+    QVERIFY(cell);
+    QCOMPARE(cell->metaObject()->className(), "ZEFFormatCell");
+    QCOMPARE(cell->maxLength(), 4);
+}
+
+void TestZEFFormatEdit::interpolatesTheMessagesOfAListValidator()
+{
+    TestLog::allow(QRegularExpression(u"debug: .*"_s));
+    const std::unique_ptr<ZEFUIDialog> dialog(
+        ZEFUIDialog::create(u"formatinput"_s, u"en"_s, nullptr, Qt::Dialog));
+    QVERIFY(dialog);
+    auto* edit = dialog->findChild<ZEFFormatEdit*>(u"productKey"_s);
+    auto* message = dialog->findChild<QLabel*>(u"message"_s);
+    const ZEFListValidator validator(nullptr, {u"ABC123"_s});
+    edit->setValidator(&validator);
+    ZEFDictionary dictionary;
+    dictionary.setString(u"list_valid_message"_s, u"100% right"_s);
+    dictionary.setString(u"list_invalid_message"_s, u"Unknown key"_s);
+    dictionary.setString(u"list_empty_message"_s, u"Enter a key"_s);
+    ZEFDictionaryList dictionaries;
+    dictionaries.append(&dictionary);
+    connect(&validator, &ZEFListValidator::validityMessageChanged, message, [&](const QString& text) {
+        message->setText(text);
+        dialog->element()->interpolateWidget(message, dictionaries);
+    });
+    edit->setText(u"ABC-123"_s);
+    QCOMPARE(message->text(), u"100% right"_s);
+    edit->setText(u"ABC-124"_s);
+    QCOMPARE(message->text(), u"Unknown key"_s);
+    edit->setText(QString());
+    QCOMPARE(message->text(), u"Enter a key"_s);
+}
+
+ZEF_TEST_MAIN(TestZEFFormatEdit)
+#include "test_zefformatedit.moc"

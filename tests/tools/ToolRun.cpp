@@ -1,0 +1,17 @@
+#include "ToolRun.h"
+
+#include <QtCore/QProcess>
+
+ToolRun runTool(const QString& program, const QStringList& arguments, const QString& folder)
+{
+    constexpr int longestRun = 120000;
+    QProcess process;
+    process.setWorkingDirectory(folder);
+    process.start(program, arguments);
+    ToolRun run;
+    if (process.waitForFinished(longestRun) && process.exitStatus() == QProcess::NormalExit)
+        run.status = process.exitCode();
+    run.output = process.readAllStandardOutput();
+    run.errors = process.readAllStandardError();
+    return run;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QVariant>
+
+class ZEFPipeFacilityInvocationContext;
+
+enum class State { On, Off };
+
+/* A delegate. */
+class Delegate final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(int count READ count CONSTANT)
+
+public:
+    explicit Delegate(QObject* parent = nullptr);
+    int count() const { return m_count; }
+    void helper_clicked();
+
+public Q_SLOTS:
+    void ok_clicked(ZEFPipeFacilityInvocationContext* context, QVariant nameEdit_text, const QVariant& agree_checked);
+    void agree(bool on) { Q_UNUSED(on); }
+    void on_ok_clicked();
+
+public:
+    Q_INVOKABLE void cancel_clicked(ZEFPipeFacilityInvocationContext*, QVariant agree_checked = QVariant());
+
+private:
+    int m_count = 0;
+};

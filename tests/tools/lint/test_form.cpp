@@ -1,0 +1,80 @@
+#include "ZEFTest.h"
+#include "tools/lint/Form.h"
+
+#include <QtWidgets/QApplication>
+
+using namespace Qt::StringLiterals;
+
+class TestForm : public ZEFTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void widgetsAndProperties();
+};
+
+void TestForm::widgetsAndProperties()
+{
+    const QByteArray text = R"(<?xml version="1.0"?>
+<ui version="4.0">
+ <class> Login </class>
+ <widget class="QDialog" name="Login">
+  <property name="geometry"><rect><x>1</x></rect></property>
+  <property name="windowTitle">
+   <string comment="title">Log in &amp; out</string>
+  </property>
+  <layout class="QVBoxLayout" name="layout">
+   <property name="spacing"><number>3</number></property>
+   <item>
+    <widget class="QComboBox" name="combo">
+     <property name="editable"><bool>true</bool></property>
+     <item><property name="text"><string>One</string></property></item>
+     <item><property name="text"><string notr="true">Two</string></property></item>
+    </widget>
+   </item>
+   <item><spacer name="spacer"><property name="note"><string>Spacer</string></property></spacer></item>
+  </layout>
+  <widget class="Fancy" name="fancy">
+   <property name="lines"><stringlist><string>L1</string><string>L2</string></stringlist></property>
+   <property name="format"><enum>Qt::PlainText</enum></property>
+  </widget>
+  <action name="action"><property name="text"><string>Act</string></property></action>
+ </widget>
+ <customwidgets>
+  <customwidget><class>Fancy</class><extends>QFrame</extends></customwidget>
+  <customwidget><class>Plain</class></customwidget>
+ </customwidgets>
+ <resources><include location="x.qrc"/></resources>
+</ui>
+)";
+    QString error;
+    const auto form = parseForm(u"login.ui"_s, text, &error);
+    QVERIFY2(form, qPrintable(error));
+    QCOMPARE(form->className, u"Login"_s);
+    QCOMPARE(form->promotedClasses, (QHash<QString, QString>{{u"Fancy"_s, u"QFrame"_s}}));
+
+    QStringList widgets;
+    for (const FormWidget& widget : form->widgets) {
+        QStringList properties;
+        for (const FormProperty& property : widget.properties)
+            properties.append(property.name + (property.isString ? u"=\"" : u"=") + property.value.text);
+        widgets.append(QString::number(widget.line) + u' ' + widget.className + u' ' + widget.name + u' '
+                       + QString::number(widget.parent) + u": " + properties.join(u','));
+    }
+    QCOMPARE(widgets,
+             QStringList({u"4 QDialog Login -1: geometry=,windowTitle=\"Log in & out"_s,
+                          u"12 QComboBox combo 0: editable=true"_s,
+                          u"20 Fancy fancy 0: lines=,format=Qt::PlainText"_s}));
+    QCOMPARE(form->widgets.at(0).properties.at(1).value.comment, u"title"_s);
+    QCOMPARE(form->widgets.at(0).properties.at(1).value.line, 7);
+
+    QStringList others;
+    for (const FormText& other : form->otherTexts)
+        others.append(QString::number(other.line) + u' ' + other.text
+                      + (other.translatable ? u"" : u" fixed"));
+    QCOMPARE(
+        others,
+        QStringList({u"14 One"_s, u"15 Two fixed"_s, u"18 Spacer"_s, u"21 L1"_s, u"21 L2"_s, u"24 Act"_s}));
+}
+
+ZEF_TEST_MAIN(TestForm)
+#include "test_form.moc"

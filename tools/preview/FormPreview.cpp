@@ -1,0 +1,222 @@
+#include "FormPreview.h"
+
+#include "tools/common/InputFile.h"
+#include "tools/common/Values.h"
+#include "tools/lint/Rules.h"
+#include "tools/preview/CompiledTranslation.h"
+
+#include <ZEFDictionary.h>
+#include <ZEFDictionaryList.h>
+#include <ZEFUIDialog.h>
+#include <ZEFUIElement.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QResource>
+
+#include <chrono>
+#include <list>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+// An editor writes a file in several steps.
+constexpr auto reloadDelay = 200ms;
+
+bool isReadableFolder(const QString& path, QString* error)
+{
+    const QFileInfo info(path);
+    if (info.isDir() && info.isReadable())
+        return true;
+    *error = path + (info.exists() ? u": is not a folder that can be read" : u": there is no such folder");
+    return false;
+}
+
+bool addStyleSheets(const QString& path, ResourceContents* contents, QString* error)
+{
+    if (!isReadableFolder(path, error))
+        return false;
+    const QDir folder(path);
+    for (const QString& name : folder.entryList({u"*.css"_s}, QDir::Files)) {
+        const auto text = readInputFile(folder.filePath(name), error);
+        if (!text)
+            return false;
+        contents->insert(u"css/" + name, *text);
+    }
+    return true;
+}
+
+bool addTranslations(const QString& path, ResourceContents* contents, QString* error)
+{
+    if (!isReadableFolder(path, error))
+        return false;
+    const QDir folder(path);
+    QStringList names;
+    for (const QString& name : folder.entryList({u"zefmain_*.qm"_s, u"zefmain_*.ts"_s}, QDir::Files)) {
+        if (const QString stem = name.chopped(3); !names.contains(stem))
+            names.append(stem);
+    }
+    for (const QString& name : std::as_const(names)) {
+        const auto compiled = compiledTranslation(folder.filePath(name), error);
+        if (!compiled)
+            return false;
+        contents->insert(u"i18n/" + name + u".qm", *compiled);
+    }
+    return true;
+}
+
+ZEFDictionary dictionaryFrom(const Values::Dictionary& entries)
+{
+    ZEFDictionary dictionary;
+    for (const Values::Entry& entry : entries)
+        dictionary.setString(entry.key, entry.value);
+    return dictionary;
+}
+
+//! Placeholders first, so that a value never brings in one, as it stands with a service's client.
+void fillForm(ZEFUIElement* element, const Values& values)
+{
+    std::list<ZEFDictionary> dictionaries;
+    ZEFDictionaryList list;
+    for (const Values::Dictionary& entries : values.dictionaries)
+        list.append(&dictionaries.emplace_back(dictionaryFrom(entries)));
+    element->interpolate(list);
+    element->updateProperties(dictionaryFrom(values.properties));
+}
+
+} // namespace
+
+FormPreview::FormPreview(const PreviewOptions& options)
+    : m_options(options)
+{
+    m_reloadTimer.setSingleShot(true);
+    m_reloadTimer.setInterval(reloadDelay);
+    connect(&m_reloadTimer, &QTimer::timeout, this, &FormPreview::reload);
+}
+
+FormPreview::~FormPreview()
+{
+    dropForm();
+}
+
+ZEFUIDialog* FormPreview::dialog() const
+{
+    return m_dialog;
+}
+
+bool FormPreview::load(QString* error)
+{
+    ResourceContents contents;
+    if (!readFiles(&contents, error))
+        return false;
+    Values values;
+    if (!m_options.values.isEmpty()) {
+        auto read = readValues(m_options.values, error);
+        if (!read)
+            return false;
+        values = std::move(*read);
+    }
+
+    const QPoint position = m_dialog ? m_dialog->pos() : QPoint();
+    const bool wasShown = m_dialog;
+    dropForm();
+    m_resource = resourceFile(contents);
+    QResource::registerResource(reinterpret_cast<const uchar*>(m_resource.constData()));
+    if (!show(error))
+        return false;
+    fillForm(m_dialog->element(), values);
+    if (m_options.size.isValid())
+        m_dialog->resize(m_options.size);
+    else
+        m_dialog->setFixedSize(true);
+    if (wasShown)
+        m_dialog->move(position);
+    m_dialog->show();
+    return true;
+}
+
+//! Everything that can be wrong with the files is found here, before the form shown now is given up.
+bool FormPreview::readFiles(ResourceContents* contents, QString* error)
+{
+    const auto text = readInputFile(m_options.form, error);
+    if (!text)
+        return false;
+    auto form = parseForm(m_options.form, *text, error);
+    if (!form)
+        return false;
+    contents->insert(u"forms/" + QFileInfo(m_options.form).completeBaseName() + u".ui", *text);
+    if (!m_options.styleSheets.isEmpty() && !addStyleSheets(m_options.styleSheets, contents, error))
+        return false;
+    if (!m_options.translations.isEmpty() && !addTranslations(m_options.translations, contents, error))
+        return false;
+
+    Project project;
+    project.forms.append(std::move(*form));
+    for (const Finding& finding : checkProject(project, {})) {
+        if (finding.rule == "unknown-class"_L1)
+            Q_EMIT complaint(finding.file + u':' + QString::number(finding.line) + u": " + finding.message);
+    }
+    return true;
+}
+
+bool FormPreview::show(QString* error)
+{
+    m_dialog = new ZEFUIDialog(QFileInfo(m_options.form).completeBaseName(), m_options.locale, nullptr,
+                               Qt::Dialog, nullptr);
+    connect(m_dialog, &ZEFUIDialog::respondClosed, this, &FormPreview::closed);
+    if (m_dialog->element()->loaded())
+        return true;
+    *error = m_options.form + u":1: the library's form loader cannot build this form";
+    dropForm();
+    return false;
+}
+
+/*!
+ * The form goes before its resource: the library's translators read from it, and they go with the last
+ * element.
+ */
+void FormPreview::dropForm()
+{
+    delete m_dialog;
+    if (!m_resource.isEmpty())
+        QResource::unregisterResource(reinterpret_cast<const uchar*>(m_resource.constData()));
+    m_resource.clear();
+}
+
+void FormPreview::watch()
+{
+    const auto startReload = [this] { m_reloadTimer.start(); };
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, startReload);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, startReload);
+    watchFiles();
+}
+
+void FormPreview::reload()
+{
+    QString error;
+    if (!load(&error))
+        Q_EMIT complaint(error);
+    // An editor may have put a new file in the place of the watched one.
+    watchFiles();
+}
+
+void FormPreview::watchFiles()
+{
+    QStringList paths{m_options.form, QFileInfo(m_options.form).absolutePath()};
+    if (!m_options.values.isEmpty())
+        paths += {m_options.values, QFileInfo(m_options.values).absolutePath()};
+    for (const QString& path : {m_options.styleSheets, m_options.translations}) {
+        if (path.isEmpty())
+            continue;
+        paths.append(path);
+        const QDir folder(path);
+        for (const QString& name : folder.entryList({u"*.css"_s, u"*.qm"_s, u"*.ts"_s}, QDir::Files))
+            paths.append(folder.filePath(name));
+    }
+    for (const QString& path : std::as_const(paths)) {
+        if (QFileInfo::exists(path))
+            m_watcher.addPath(path);
+    }
+}
