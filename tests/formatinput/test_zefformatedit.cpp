@@ -17,6 +17,7 @@
 
 #include <limits>
 #include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -702,7 +703,7 @@ void TestZEFFormatEdit::spreadsTextsThroughTheCase()
     QCOMPARE(texts(&edit), (QStringList{u"ABC"_s, u"DEF"_s}));
 
     // Captures inside a cell's pattern shift the groups.
-    edit.setFormat(uR"({3}((a\)[a-z]*)-{3}([a-z]*))"_s);
+    edit.setFormat(uR"({3}(\(a\)[a-z]*)-{3}([a-z]*))"_s);
     QVERIFY(edit.setText(u"abc-def"_s));
     QCOMPARE(texts(&edit), (QStringList{u"ABC"_s, u"A"_s}));
 }
@@ -899,12 +900,12 @@ void TestZEFFormatEdit::backspacesAcrossCells()
     QCOMPARE(form.focused(), 0);
     QCOMPARE(form.edit->text(), u"a"_s);
 
-    // The cell itself is not spared when something in it is selected.
+    // Also past a selection that begins at the start, which the loss of focus ends.
     form.edit->setText(u"ab-cd"_s);
     form.edit->editor(1)->setFocus();
     form.edit->editor(1)->setSelection(2, -2);
     form.press(Qt::Key_Backspace);
-    QCOMPARE(form.edit->text(), u"a"_s);
+    QCOMPARE(form.edit->text(), u"a-cd"_s);
 }
 
 void TestZEFFormatEdit::movesWithTheArrowKeys()
@@ -1356,6 +1357,7 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
     }
 
     int reacted = 0;
+    auto context = std::make_unique<QObject>();
     const auto react = [&] {
         if (reacted++ > 0)
             return;
@@ -1378,18 +1380,18 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
             QVERIFY(!cell || !cell->parent());
     };
     if (signal == u"textChanged")
-        connect(edit, &ZEFFormatEdit::textChanged, this, react);
+        connect(edit, &ZEFFormatEdit::textChanged, context.get(), react);
     else if (signal == u"validityChanged")
-        connect(edit, &ZEFFormatEdit::validityChanged, this, react);
+        connect(edit, &ZEFFormatEdit::validityChanged, context.get(), react);
     for (const QPointer<ZEFFormatCell>& cell : cells) {
         if (signal == u"cell textChanged")
-            connect(cell, qOverload<int, QString&>(&ZEFFormatCell::textChanged), this, react);
+            connect(cell, qOverload<int, QString&>(&ZEFFormatCell::textChanged), context.get(), react);
         else if (signal == u"moveRight")
-            connect(cell, &ZEFFormatCell::moveRight, this, react);
+            connect(cell, &ZEFFormatCell::moveRight, context.get(), react);
         else if (signal == u"moveLeft")
-            connect(cell, &ZEFFormatCell::moveLeft, this, react);
+            connect(cell, &ZEFFormatCell::moveLeft, context.get(), react);
         else if (signal == u"focusOut")
-            connect(cell, &ZEFFormatCell::focusOut, this, react);
+            connect(cell, &ZEFFormatCell::focusOut, context.get(), react);
     }
     if (signal == u"validityChanged")
         edit->editor(1)->setFinalRegExp(u"never"_s);
@@ -1426,6 +1428,7 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
         QTest::keyClick(edit->editor(0), Qt::Key_A);
         QCOMPARE(edit->text(), u"a"_s);
     }
+    context.reset();
     delete form.data();
 }
 
@@ -1463,16 +1466,19 @@ void TestZEFFormatEdit::mayBeRebuiltWhileAKeyMovesOn()
 
 void TestZEFFormatEdit::mayBeDeletedWhileTheFocusMoves()
 {
-    const QPointer<Form> form(new Form(threeCells));
+    auto* form = new Form(threeCells);
+    const QPointer<Form> guard(form);
     QVERIFY(form->activate());
-    const auto connection = connect(qApp, &QApplication::focusChanged, this, [&] { delete form.data(); });
-    form->type(u"ab"_s);
+    const auto connection =
+        connect(qApp, &QApplication::focusChanged, this, [&] { delete std::exchange(form, nullptr); });
+    guard->type(u"ab"_s);
     disconnect(connection);
-    QVERIFY(!form);
+    QVERIFY(!guard);
 }
 
 void TestZEFFormatEdit::mayBeRebuiltFromTheContextMenu()
 {
+    TestLog::allow(QRegularExpression(u"warning: This plugin does not support .*"_s));
     Form form(twoCells);
     QVERIFY(form.activate());
     form.edit->editor(0)->setText(u"12"_s);
@@ -1572,10 +1578,10 @@ void TestZEFFormatEdit::comesFromAForm()
 
 void TestZEFFormatEdit::interpolatesTheMessagesOfAListValidator()
 {
-    TestLog::allow(QRegularExpression(u"debug: .*"_s));
     const std::unique_ptr<ZEFUIDialog> dialog(
         ZEFUIDialog::create(u"formatinput"_s, u"en"_s, nullptr, Qt::Dialog));
     QVERIFY(dialog);
+    TestLog::takeAll();
     auto* edit = dialog->findChild<ZEFFormatEdit*>(u"productKey"_s);
     auto* message = dialog->findChild<QLabel*>(u"message"_s);
     const ZEFListValidator validator(nullptr, {u"ABC123"_s});
