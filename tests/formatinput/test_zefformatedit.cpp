@@ -165,6 +165,7 @@ private Q_SLOTS:
     void carriesTheMinimumOver();
     void handsItsSettingsToCells();
     void handsCoercionsToAllLaterCells();
+    void doesWhatTheManualSays();
     void buildsNothingFromAnEmptyFormat();
     void buildsCellsThatAcceptNothing();
     void showsSeparatorsAsTheyAreWritten();
@@ -439,6 +440,38 @@ void TestZEFFormatEdit::handsCoercionsToAllLaterCells()
     edit->editor(1)->setText(u"0A"_s);
     QVERIFY(edit->editor(0)->validate());
     QVERIFY(!edit->editor(1)->validate());
+}
+
+void TestZEFFormatEdit::doesWhatTheManualSays()
+{
+    const auto edit = madeFrom(u"{1,5}([A-Z0-9]{0,5})-{1,5}([A-Z0-9]{0,5})-{1,5}([A-Z0-9]{0,5})"_s);
+    QVERIFY(edit->setText(u"AB123CD456EF789"_s));
+    QCOMPARE(edit->text(), u"AB123-CD456-EF789"_s);
+    QCOMPARE(edit->state(), QValidator::Acceptable);
+
+    // The letter O for a 0, at any place of any cell
+    edit->setFormat(u"{1:O0|1:O0|1:O0|0}([0-9O]{0,3})([0-9]{3})-{3}([0-9O]{0,3})([0-9]{3})"_s);
+    QVERIFY(edit->setText(u"1O3OOO"_s));
+    QCOMPARE(edit->text(), u"103-000"_s);
+
+    // Inner groups
+    edit->setFormat(uR"({4}(\(AB|CD\)*)-{3}([0-9]*))"_s);
+    QCOMPARE(edit->editor(0)->regexp(), u"(AB|CD)*"_s);
+    edit->setFormat(uR"({3}(\(A|B\)[0-9]*)-{3}([0-9]*))"_s);
+    QVERIFY(edit->setText(u"A1-23"_s));
+    QCOMPARE(texts(edit.get()), (QStringList{u"A1"_s, u"A"_s}));
+    edit->setFormat(uR"({3}(\(?:A|B\)[0-9]*)-{3}([0-9]*))"_s);
+    QVERIFY(edit->setText(u"A1-23"_s));
+    QCOMPARE(texts(edit.get()), (QStringList{u"A1"_s, u"23"_s}));
+
+    // A separator that is no pattern leaves typing alone, but nothing can be spread.
+    edit->setFormat(uR"({2}(\d*)+{2}(\d*))"_s);
+    QVERIFY(!edit->setText(u"12+34"_s));
+    QTest::keyClicks(edit->editor(0), u"12"_s);
+    QCOMPARE(edit->text(), u"12"_s);
+    edit->setFormat(uR"({2}(\d*)\+{2}(\d*))"_s);
+    QCOMPARE(separators(edit.get()), QStringList{uR"( \+ )"_s});
+    QVERIFY(edit->setText(u"12+34"_s));
 }
 
 void TestZEFFormatEdit::buildsNothingFromAnEmptyFormat()
