@@ -152,6 +152,7 @@ bool FormPreview::readFiles(ResourceContents* contents, QString* error)
     if (!m_options.translations.isEmpty() && !addTranslations(m_options.translations, contents, error))
         return false;
 
+    m_topLine = form->widgets.constFirst().line;
     Project project;
     project.forms.append(std::move(*form));
     for (const Finding& finding : checkProject(project, {})) {
@@ -168,7 +169,8 @@ bool FormPreview::show(QString* error)
     connect(m_dialog, &ZEFUIDialog::respondClosed, this, &FormPreview::closed);
     if (m_dialog->element()->loaded())
         return true;
-    *error = m_options.form + u":1: the library's form loader cannot build this form";
+    *error = m_options.form + u':' + QString::number(m_topLine)
+        + u": the library's form loader cannot build this form";
     dropForm();
     return false;
 }
