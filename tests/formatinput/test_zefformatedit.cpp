@@ -1408,6 +1408,7 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
         if (edit) {
             QCOMPARE(edit->lineEditCount(), reaction == u"rebuild" ? 3 : 0);
             QCOMPARE(edit->findChildren<ZEFFormatCell*>().size(), edit->lineEditCount());
+            QCOMPARE(edit->focusProxy(), edit->lineEditCount() > 0 ? edit->editor(0) : nullptr);
         }
         for (const QPointer<ZEFFormatCell>& cell : cells)
             QVERIFY(!cell || !cell->parent());
