@@ -16,11 +16,13 @@
 /*!
  * A row of input cells with fixed separators between them, built from a format.
  *
- * A product key of three parts, in which a digit 0 may be typed for the letter O:
+ * A product key of three parts:
  *
  * \code
  * auto* key = new ZEFFormatEdit(form);
- * key->setFormat(u"{5:0O|0}([A-Z0-9]*)-{5}([A-Z0-9]*)-{5}([A-Z0-9]*)"_s);
+ * key->setFormat(u"{1,5}([A-Z0-9]{0,5})-{1,5}([A-Z0-9]{0,5})-{1,5}([A-Z0-9]{0,5})"_s);
+ * key->setText(u"AB123CD456EF789"_s);
+ * key->text(); // "AB123-CD456-EF789"
  * \endcode
  *
  * The format language stands in docs/format-language.md. A form gives the format in the property

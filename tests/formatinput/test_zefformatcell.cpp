@@ -3,6 +3,7 @@
 #include <ZEFFormatCell.h>
 
 #include <QtCore/QPointer>
+#include <QtCore/QRandomGenerator>
 #include <QtGui/QClipboard>
 #include <QtGui/QIntValidator>
 #include <QtGui/QRegularExpressionValidator>
@@ -125,6 +126,8 @@ private Q_SLOTS:
     void asksSpecJAboutPositionJ();
     void combinesSubstitutionsOverPasses();
     void findsTheFirstVariantThatPasses();
+    void searchesAsDescribed_data();
+    void searchesAsDescribed();
     void givesUpBeyondTheCeiling();
     void findsTheLastOfManyVariants();
     void survivesARewritingThatNeverEnds();
@@ -830,6 +833,61 @@ void TestZEFFormatCell::findsTheFirstVariantThatPasses()
     cell.setText(u"xx"_s);
     QVERIFY(cell.validate());
     QCOMPARE(cell.text(), u"XX"_s);
+}
+
+void TestZEFFormatCell::searchesAsDescribed_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 300; ++seed)
+        QTest::addRow("seed %u", seed) << seed;
+}
+
+// The search told step by step, with every repetition, compared with what the cell finds.
+void TestZEFFormatCell::searchesAsDescribed()
+{
+    QFETCH(quint32, seed);
+    QRandomGenerator random(seed);
+    const auto randomText = [&](int length, int letters) {
+        QString text;
+        for (int i = 0; i < length; ++i)
+            text += QChar(u'a' + random.bounded(letters));
+        return text;
+    };
+    const QString start = randomText(random.bounded(1, 4), 4);
+    QList<ZEFCoercionSpec> specs;
+    for (int i = random.bounded(1, 4); i > 0; --i)
+        specs.append({randomText(random.bounded(2, 7), 4), random.bounded(3), random.bounded(-1, 4)});
+    const QStringList targets = {randomText(int(start.size()), 4), randomText(int(start.size()), 4)};
+    const auto passes = [&](const QString& text) { return targets.contains(text); };
+
+    QString expected = passes(start) ? start : QString();
+    QStringList candidates = {start};
+    QStringList variants;
+    for (qsizetype pass = 0; pass < start.size() && expected.isNull(); ++pass) {
+        QStringList failed;
+        for (qsizetype i = 0; i < candidates.size() && expected.isNull(); ++i) {
+            for (int j = 0; j < specs.size() && expected.isNull(); ++j) {
+                if (specs.at(j).coerce(j, candidates.at(i), variants) == 0)
+                    continue;
+                const auto found = std::find_if(variants.cbegin(), variants.cend(), passes);
+                if (found != variants.cend())
+                    expected = *found;
+                else
+                    failed += variants;
+            }
+        }
+        // Repetitions beyond the first change nothing but the time.
+        failed.removeDuplicates();
+        candidates = failed;
+    }
+
+    ZEFFormatCell cell(nullptr, nullptr);
+    for (ZEFCoercionSpec& spec : specs)
+        cell.addCoercionSpec(&spec);
+    cell.setFinalRegExp(targets.join(u'|'));
+    cell.setText(start);
+    QCOMPARE(cell.validate(), !expected.isNull());
+    QCOMPARE(cell.text(), expected.isNull() ? start : expected);
 }
 
 void TestZEFFormatCell::givesUpBeyondTheCeiling()

@@ -17,6 +17,7 @@
 
 #include <limits>
 #include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -164,6 +165,7 @@ private Q_SLOTS:
     void carriesTheMinimumOver();
     void handsItsSettingsToCells();
     void handsCoercionsToAllLaterCells();
+    void doesWhatTheManualSays();
     void buildsNothingFromAnEmptyFormat();
     void buildsCellsThatAcceptNothing();
     void showsSeparatorsAsTheyAreWritten();
@@ -440,6 +442,38 @@ void TestZEFFormatEdit::handsCoercionsToAllLaterCells()
     QVERIFY(!edit->editor(1)->validate());
 }
 
+void TestZEFFormatEdit::doesWhatTheManualSays()
+{
+    const auto edit = madeFrom(u"{1,5}([A-Z0-9]{0,5})-{1,5}([A-Z0-9]{0,5})-{1,5}([A-Z0-9]{0,5})"_s);
+    QVERIFY(edit->setText(u"AB123CD456EF789"_s));
+    QCOMPARE(edit->text(), u"AB123-CD456-EF789"_s);
+    QCOMPARE(edit->state(), QValidator::Acceptable);
+
+    // The letter O for a 0, at any place of any cell
+    edit->setFormat(u"{1:O0|1:O0|1:O0|0}([0-9O]{0,3})([0-9]{3})-{3}([0-9O]{0,3})([0-9]{3})"_s);
+    QVERIFY(edit->setText(u"1O3OOO"_s));
+    QCOMPARE(edit->text(), u"103-000"_s);
+
+    // Inner groups
+    edit->setFormat(uR"({4}(\(AB|CD\)*)-{3}([0-9]*))"_s);
+    QCOMPARE(edit->editor(0)->regexp(), u"(AB|CD)*"_s);
+    edit->setFormat(uR"({3}(\(A|B\)[0-9]*)-{3}([0-9]*))"_s);
+    QVERIFY(edit->setText(u"A1-23"_s));
+    QCOMPARE(texts(edit.get()), (QStringList{u"A1"_s, u"A"_s}));
+    edit->setFormat(uR"({3}(\(?:A|B\)[0-9]*)-{3}([0-9]*))"_s);
+    QVERIFY(edit->setText(u"A1-23"_s));
+    QCOMPARE(texts(edit.get()), (QStringList{u"A1"_s, u"23"_s}));
+
+    // A separator that is no pattern leaves typing alone, but nothing can be spread.
+    edit->setFormat(uR"({2}(\d*)+{2}(\d*))"_s);
+    QVERIFY(!edit->setText(u"12+34"_s));
+    QTest::keyClicks(edit->editor(0), u"12"_s);
+    QCOMPARE(edit->text(), u"12"_s);
+    edit->setFormat(uR"({2}(\d*)\+{2}(\d*))"_s);
+    QCOMPARE(separators(edit.get()), QStringList{uR"( \+ )"_s});
+    QVERIFY(edit->setText(u"12+34"_s));
+}
+
 void TestZEFFormatEdit::buildsNothingFromAnEmptyFormat()
 {
     const auto edit = madeFrom(twoCells);
@@ -702,7 +736,7 @@ void TestZEFFormatEdit::spreadsTextsThroughTheCase()
     QCOMPARE(texts(&edit), (QStringList{u"ABC"_s, u"DEF"_s}));
 
     // Captures inside a cell's pattern shift the groups.
-    edit.setFormat(uR"({3}((a\)[a-z]*)-{3}([a-z]*))"_s);
+    edit.setFormat(uR"({3}(\(a\)[a-z]*)-{3}([a-z]*))"_s);
     QVERIFY(edit.setText(u"abc-def"_s));
     QCOMPARE(texts(&edit), (QStringList{u"ABC"_s, u"A"_s}));
 }
@@ -899,12 +933,12 @@ void TestZEFFormatEdit::backspacesAcrossCells()
     QCOMPARE(form.focused(), 0);
     QCOMPARE(form.edit->text(), u"a"_s);
 
-    // The cell itself is not spared when something in it is selected.
+    // Also past a selection that begins at the start, which the loss of focus ends.
     form.edit->setText(u"ab-cd"_s);
     form.edit->editor(1)->setFocus();
     form.edit->editor(1)->setSelection(2, -2);
     form.press(Qt::Key_Backspace);
-    QCOMPARE(form.edit->text(), u"a"_s);
+    QCOMPARE(form.edit->text(), u"a-cd"_s);
 }
 
 void TestZEFFormatEdit::movesWithTheArrowKeys()
@@ -1356,6 +1390,7 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
     }
 
     int reacted = 0;
+    auto context = std::make_unique<QObject>();
     const auto react = [&] {
         if (reacted++ > 0)
             return;
@@ -1373,23 +1408,24 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
         if (edit) {
             QCOMPARE(edit->lineEditCount(), reaction == u"rebuild" ? 3 : 0);
             QCOMPARE(edit->findChildren<ZEFFormatCell*>().size(), edit->lineEditCount());
+            QCOMPARE(edit->focusProxy(), edit->lineEditCount() > 0 ? edit->editor(0) : nullptr);
         }
         for (const QPointer<ZEFFormatCell>& cell : cells)
             QVERIFY(!cell || !cell->parent());
     };
     if (signal == u"textChanged")
-        connect(edit, &ZEFFormatEdit::textChanged, this, react);
+        connect(edit, &ZEFFormatEdit::textChanged, context.get(), react);
     else if (signal == u"validityChanged")
-        connect(edit, &ZEFFormatEdit::validityChanged, this, react);
+        connect(edit, &ZEFFormatEdit::validityChanged, context.get(), react);
     for (const QPointer<ZEFFormatCell>& cell : cells) {
         if (signal == u"cell textChanged")
-            connect(cell, qOverload<int, QString&>(&ZEFFormatCell::textChanged), this, react);
+            connect(cell, qOverload<int, QString&>(&ZEFFormatCell::textChanged), context.get(), react);
         else if (signal == u"moveRight")
-            connect(cell, &ZEFFormatCell::moveRight, this, react);
+            connect(cell, &ZEFFormatCell::moveRight, context.get(), react);
         else if (signal == u"moveLeft")
-            connect(cell, &ZEFFormatCell::moveLeft, this, react);
+            connect(cell, &ZEFFormatCell::moveLeft, context.get(), react);
         else if (signal == u"focusOut")
-            connect(cell, &ZEFFormatCell::focusOut, this, react);
+            connect(cell, &ZEFFormatCell::focusOut, context.get(), react);
     }
     if (signal == u"validityChanged")
         edit->editor(1)->setFinalRegExp(u"never"_s);
@@ -1426,6 +1462,7 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
         QTest::keyClick(edit->editor(0), Qt::Key_A);
         QCOMPARE(edit->text(), u"a"_s);
     }
+    context.reset();
     delete form.data();
 }
 
@@ -1463,16 +1500,19 @@ void TestZEFFormatEdit::mayBeRebuiltWhileAKeyMovesOn()
 
 void TestZEFFormatEdit::mayBeDeletedWhileTheFocusMoves()
 {
-    const QPointer<Form> form(new Form(threeCells));
+    auto* form = new Form(threeCells);
+    const QPointer<Form> guard(form);
     QVERIFY(form->activate());
-    const auto connection = connect(qApp, &QApplication::focusChanged, this, [&] { delete form.data(); });
-    form->type(u"ab"_s);
+    const auto connection =
+        connect(qApp, &QApplication::focusChanged, this, [&] { delete std::exchange(form, nullptr); });
+    guard->type(u"ab"_s);
     disconnect(connection);
-    QVERIFY(!form);
+    QVERIFY(!guard);
 }
 
 void TestZEFFormatEdit::mayBeRebuiltFromTheContextMenu()
 {
+    TestLog::allow(QRegularExpression(u"warning: This plugin does not support .*"_s));
     Form form(twoCells);
     QVERIFY(form.activate());
     form.edit->editor(0)->setText(u"12"_s);
@@ -1572,10 +1612,10 @@ void TestZEFFormatEdit::comesFromAForm()
 
 void TestZEFFormatEdit::interpolatesTheMessagesOfAListValidator()
 {
-    TestLog::allow(QRegularExpression(u"debug: .*"_s));
     const std::unique_ptr<ZEFUIDialog> dialog(
         ZEFUIDialog::create(u"formatinput"_s, u"en"_s, nullptr, Qt::Dialog));
     QVERIFY(dialog);
+    TestLog::takeAll();
     auto* edit = dialog->findChild<ZEFFormatEdit*>(u"productKey"_s);
     auto* message = dialog->findChild<QLabel*>(u"message"_s);
     const ZEFListValidator validator(nullptr, {u"ABC123"_s});
