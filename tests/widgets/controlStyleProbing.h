@@ -116,3 +116,14 @@ template <class Control> void liveUnderStyleSheets()
     alone.setStyleSheet(own);
     alone.ensurePolished();
 }
+
+//! Whether a dying control gives its style back before the style dies; Qt would go on using it.
+template <class Control> bool takesItsStyleOff()
+{
+    auto* control = new Control;
+    bool stillSet = true;
+    QObject::connect(control->style(), &QObject::destroyed,
+                     [&] { stillSet = control->testAttribute(Qt::WA_SetStyle); });
+    delete control;
+    return !stillSet;
+}
