@@ -12,6 +12,12 @@ public:
     mutable QList<int> textFlags;
     mutable QList<PrimitiveElement> primitives;
 
+    // Not over the platform's own style, which may paint a whole button without asking for its parts.
+    RecordingStyle()
+        : QProxyStyle(QStringLiteral("Fusion"))
+    {
+    }
+
     QRect itemTextRect(const QFontMetrics& metrics, const QRect& rect, int flags, bool enabled,
                        const QString& text) const override
     {
