@@ -41,7 +41,9 @@ install(FILES
         ${PROJECT_BINARY_DIR}/generated/ZEFUIConfig.cmake
         ${PROJECT_BINARY_DIR}/generated/ZEFUIConfigVersion.cmake
         ${PROJECT_SOURCE_DIR}/cmake/ZEFUIForms.cmake
+        ${PROJECT_SOURCE_DIR}/cmake/ZEFUILint.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
 
 # The functions of the package serve this build's own examples and tests too.
 include(ZEFUIForms)
+include(ZEFUILint)

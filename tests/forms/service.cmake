@@ -7,7 +7,7 @@ run(ignored ignored ${CMAKE_COMMAND} --install ${ZEFUI_BINARY_DIR} --prefix ${WO
 # lupdate writes into the sources
 file(COPY ${SOURCE_DIR}/service DESTINATION ${WORK_DIR})
 
-set(arguments -DCMAKE_PREFIX_PATH=${WORK_DIR}/installed)
+set(arguments -DCMAKE_PREFIX_PATH=${WORK_DIR}/installed -DWITH_LINT=${WITH_LINT})
 if(CROSS)
     # Naming a system makes any build a cross build; the tools then come from the Qt of this machine.
     list(APPEND arguments -DCMAKE_SYSTEM_NAME=${CMAKE_HOST_SYSTEM_NAME} -DQT_HOST_PATH=${QT_HOST_PATH})
@@ -26,6 +26,16 @@ expect_equal("${shown}" "\
 :/forms/farewell.ui | Good bye | QLabel { color: #123456; }
 :/forms/about.ui | À propos de ce service | QLabel { color: #123456; }
 ")
+
+if(WITH_LINT)
+    execute_process(COMMAND ${CMAKE_CTEST_COMMAND} --test-dir ${WORK_DIR}/build --output-on-failure
+        OUTPUT_VARIABLE checked ERROR_VARIABLE checked)
+    expect_text("${checked}" "Test #1: clean")
+    expect_text("${checked}" "33% tests passed, 2 tests failed out of 3")
+    expect_text("${checked}"
+        "forms/login.ui:9: untranslated-text: \"Good morning\" has no translation for the locale de.")
+    expect_text("${checked}" "zefui-lint: forms/absent.ui: there is no such file")
+endif()
 
 # On request only: the build above left the sources as they were.
 file(READ ${SOURCE_DIR}/service/i18n/zefmain_de.ts original)

@@ -62,6 +62,8 @@ private:
     QPointer<ZEFUIDialog> m_dialog;
     //! Registered with Qt while it is not empty.
     QByteArray m_resource;
+    //! Where the form's top widget stands in its file.
+    qint64 m_topLine = 1;
     QFileSystemWatcher m_watcher;
     QTimer m_reloadTimer;
 };

@@ -83,7 +83,9 @@ QByteArray resourceFile(const ResourceContents& contents)
             treeStream << directoryFlag << node.childCount << node.firstChild;
         } else {
             treeStream << fileFlag << anyTerritory << languageC << static_cast<quint32>(data.size());
-            dataStream << node.contents;
+            // Not the operator for a byte array, which writes another size for a null one.
+            dataStream << static_cast<quint32>(node.contents.size());
+            dataStream.writeRawData(node.contents.constData(), static_cast<int>(node.contents.size()));
         }
         nameStream << static_cast<quint16>(node.name.size()) << nameHash(node.name);
         for (const QChar character : node.name)

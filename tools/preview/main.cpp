@@ -23,12 +23,13 @@ constexpr int largestLength = 16384;
 
 bool isVerbose = false;
 
-//! What Qt says about the form itself: its form loader and its style sheets.
+//! What Qt's form loader and style sheets say about the form; classes are reported with their line.
 bool isAboutForm(const QString& message)
 {
-    static const QStringList beginnings{u"Designer: "_s, u"QFormBuilder"_s, u"QUiLoader"_s,
-                                        u"Could not parse"_s, u"Unknown property"_s};
-    return std::any_of(beginnings.cbegin(), beginnings.cend(),
+    static const QStringList beginnings{u"\""_s, u"Designer: "_s, u"Could not parse"_s,
+                                        u"Unknown property"_s};
+    return !message.contains(u"unable to create")
+        && std::any_of(beginnings.cbegin(), beginnings.cend(),
                        [&](const QString& beginning) { return message.startsWith(beginning); });
 }
 

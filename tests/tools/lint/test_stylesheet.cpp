@@ -52,7 +52,7 @@ void TestStyleSheet::selectors_data()
                                      << QStringList{u"1: A"_s, u"2: B"_s};
     QTest::newRow("comments") << u"/* A {} */\nB /* , C */ {}\n/* D {}"_s << QStringList{u"2: B"_s};
     QTest::newRow("cut off") << u"A {"_s << QStringList{u"1: A"_s};
-    QTest::newRow("signs only") << u"{}}{ ,,{} : [ {}"_s << QStringList{u"1: "_s};
+    QTest::newRow("signs only") << u"{}}{ ,,{} : [ {}"_s << QStringList{u"1: any"_s, u"1: any any"_s};
 }
 
 void TestStyleSheet::selectors()

@@ -1,0 +1,196 @@
+#include "../ToolRun.h"
+
+#include "ZEFTest.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QImage>
+#include <QtWidgets/QApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArray form = R"(<?xml version="1.0"?>
+<ui version="4.0">
+ <class>Panel</class>
+ <widget class="QFrame" name="panel"/>
+</ui>
+)";
+
+void write(const QString& path, const QByteArray& contents)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(contents), contents.size());
+}
+
+ToolRun preview(const QStringList& arguments, const QString& folder)
+{
+    return runTool(QStringLiteral(ZEFUI_PREVIEW), arguments, folder);
+}
+
+} // namespace
+
+class TestZEFUIPreview : public ZEFTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aScreenshotNeedsNoDisplay();
+    void screenshotsOfOneFormAreAlike();
+    void theStyleIsTheOneAskedFor();
+    void whatCannotBeRunIsSaidInOneLine_data();
+    void whatCannotBeRunIsSaidInOneLine();
+    void aFailureLeavesTheOldPicture();
+    void helpAndVersion();
+};
+
+void TestZEFUIPreview::aScreenshotNeedsNoDisplay()
+{
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    const QByteArray display = qgetenv("DISPLAY");
+    qunsetenv("QT_QPA_PLATFORM");
+    qunsetenv("DISPLAY");
+    const QTemporaryDir folder;
+    write(folder.filePath(u"panel.ui"_s), form);
+    QVERIFY(QDir(folder.path()).mkdir(u"css"_s));
+    write(folder.filePath(u"css/panel.css"_s), "background: #2468ac");
+    const ToolRun run = preview(
+        {u"--css"_s, u"css"_s, u"--size"_s, u"211x97"_s, u"--screenshot"_s, u"panel.png"_s, u"panel.ui"_s},
+        folder.path());
+    qputenv("QT_QPA_PLATFORM", platform);
+    qputenv("DISPLAY", display);
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.output, QByteArray());
+    QCOMPARE(run.status, 0);
+    const QImage picture(folder.filePath(u"panel.png"_s));
+    QCOMPARE(picture.size(), QSize(211, 97));
+    QCOMPARE(picture.pixelColor(0, 0), QColor(0x24, 0x68, 0xac));
+    QCOMPARE(picture.pixelColor(210, 96), QColor(0x24, 0x68, 0xac));
+}
+
+void TestZEFUIPreview::screenshotsOfOneFormAreAlike()
+{
+    const QTemporaryDir folder;
+    write(folder.filePath(u"panel.ui"_s),
+          QByteArray(form).replace("<widget class=\"QFrame\" name=\"panel\"/>",
+                                   R"(<widget class="QWidget" name="panel">
+  <layout class="QVBoxLayout" name="layout">
+   <item><widget class="QLineEdit" name="edit"/></item>
+   <item><widget class="ZEFEllipsisLabel" name="label"><property name="text"><string>A long text that is cut</string></property></widget></item>
+  </layout></widget>)"));
+    for (const QString& name : {u"a.png"_s, u"b.png"_s})
+        QCOMPARE(
+            preview({u"--screenshot"_s, name, u"--size"_s, u"80x80"_s, u"panel.ui"_s}, folder.path()).status,
+            0);
+    QCOMPARE(QImage(folder.filePath(u"a.png"_s)), QImage(folder.filePath(u"b.png"_s)));
+}
+
+void TestZEFUIPreview::theStyleIsTheOneAskedFor()
+{
+    const QTemporaryDir folder;
+    write(folder.filePath(u"panel.ui"_s), QByteArray(form).replace("QFrame", "QPushButton"));
+    for (const QString& style : {u"Fusion"_s, u"Windows"_s}) {
+        QCOMPARE(
+            preview({u"--style"_s, style, u"--screenshot"_s, style, u"--size"_s, u"80x80"_s, u"panel.ui"_s},
+                    folder.path())
+                .status,
+            0);
+    }
+    const QImage fusion(folder.filePath(u"Fusion"_s));
+    const QImage windows(folder.filePath(u"Windows"_s));
+    QVERIFY(!fusion.isNull() && !windows.isNull());
+    QVERIFY(fusion != windows);
+}
+
+void TestZEFUIPreview::whatCannotBeRunIsSaidInOneLine_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("error");
+    const auto row = [](const char* name, const QStringList& arguments, const QByteArray& error) {
+        QTest::newRow(name) << QStringList({u"--screenshot"_s, u"out.png"_s}) + arguments << error;
+    };
+    row("no form", {}, "one form must be given; zefui-preview --help says more");
+    row("two forms", {u"panel.ui"_s, u"panel.ui"_s},
+        "one form must be given; zefui-preview --help says more");
+    row("unknown option", {u"--frob"_s, u"panel.ui"_s}, "Unknown option 'frob'.");
+    row("no such form", {u"absent.ui"_s}, "absent.ui: there is no such file");
+    row("a folder", {u"css"_s}, "css: is a folder, not a file");
+    row("a huge file", {u"huge.ui"_s}, "huge.ui: is larger than 32 MiB");
+    row("broken XML", {u"broken.ui"_s}, "broken.ui:2: ");
+    row("garbage", {u"garbage.ui"_s}, "garbage.ui:1: ");
+    row("a class that does not exist", {u"noclass.ui"_s},
+        "noclass.ui:2: the loader cannot create the class Gauge of \"a\": the form does not load. ");
+    row("no size", {u"--size"_s, u"big"_s, u"panel.ui"_s},
+        "the size must be <width>x<height> in pixels, for instance 640x480, not big");
+    row("no width", {u"--size"_s, u"0x10"_s, u"panel.ui"_s},
+        "the size must be <width>x<height> in pixels, for instance 640x480, not 0x10");
+    row("endless size", {u"--size"_s, u"99999x10"_s, u"panel.ui"_s},
+        "the size must be <width>x<height> in pixels, for instance 640x480, not 99999x10");
+    row("unknown style", {u"--style"_s, u"Frob"_s, u"panel.ui"_s}, "there is no style Frob; there are ");
+    row("no style sheets", {u"--css"_s, u"absent"_s, u"panel.ui"_s}, "absent: there is no such folder");
+    row("a file of style sheets", {u"--css"_s, u"panel.ui"_s, u"panel.ui"_s},
+        "panel.ui: is not a folder that can be read");
+    row("no translations", {u"--translations"_s, u"absent"_s, u"panel.ui"_s},
+        "absent: there is no such folder");
+    row("a broken translation", {u"--translations"_s, u"i18n"_s, u"panel.ui"_s},
+        "i18n/zefmain_de.ts: lrelease cannot compile it: ");
+    row("no values", {u"--values"_s, u"absent.json"_s, u"panel.ui"_s}, "absent.json: there is no such file");
+    row("broken values", {u"--values"_s, u"broken.json"_s, u"panel.ui"_s}, "broken.json:3: ");
+    row("no place for the picture", {u"--screenshot"_s, u"absent/out.png"_s, u"panel.ui"_s},
+        "absent/out.png: No such file or directory");
+}
+
+void TestZEFUIPreview::whatCannotBeRunIsSaidInOneLine()
+{
+    QFETCH(const QStringList, arguments);
+    QFETCH(const QByteArray, error);
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir(u"css"_s));
+    QVERIFY(QDir(folder.path()).mkdir(u"i18n"_s));
+    write(folder.filePath(u"panel.ui"_s), form);
+    write(folder.filePath(u"broken.ui"_s), "<ui version=\"4.0\">\n<widget></ui>");
+    write(folder.filePath(u"garbage.ui"_s),
+          QByteArray("\x7f"
+                     "ELF\0\0\xff\xfe",
+                     8));
+    write(folder.filePath(u"noclass.ui"_s),
+          "<ui version=\"4.0\">\n<widget class=\"Gauge\" name=\"a\"/>\n</ui>");
+    write(folder.filePath(u"broken.json"_s), "{\n\"a\":\n]}");
+    write(folder.filePath(u"i18n/zefmain_de.ts"_s), "<TS");
+    QFile huge(folder.filePath(u"huge.ui"_s));
+    QVERIFY(huge.open(QIODevice::WriteOnly) && huge.resize(100 * 1024 * 1024));
+
+    const ToolRun run = preview(arguments, folder.path());
+    const QByteArray expected = "zefui-preview: " + error;
+    QCOMPARE(run.errors.first(qMin(run.errors.size(), expected.size())), expected);
+    QCOMPARE(run.errors.count('\n'), 1);
+    QCOMPARE(run.output, QByteArray());
+    QCOMPARE(run.status, 2);
+    QVERIFY(!QFile::exists(folder.filePath(u"out.png"_s)));
+}
+
+void TestZEFUIPreview::aFailureLeavesTheOldPicture()
+{
+    const QTemporaryDir folder;
+    write(folder.filePath(u"out.png"_s), "old");
+    QCOMPARE(preview({u"--screenshot"_s, u"out.png"_s, u"absent.ui"_s}, folder.path()).status, 2);
+    QFile file(folder.filePath(u"out.png"_s));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("old"));
+}
+
+void TestZEFUIPreview::helpAndVersion()
+{
+    const ToolRun help = preview({u"--help"_s}, QString());
+    QCOMPARE(help.status, 0);
+    QVERIFY(help.output.contains("--screenshot <file.png>"));
+    QCOMPARE(help.errors, QByteArray());
+    const ToolRun version = preview({u"--version"_s}, QString());
+    QCOMPARE(version.status, 0);
+    QCOMPARE(version.output.first(14), QByteArray("zefui-preview "));
+}
+
+ZEF_TEST_MAIN(TestZEFUIPreview)
+#include "test_zefuipreview.moc"
