@@ -8,9 +8,9 @@ install(FILES ${exported_headers}
         ${PROJECT_BINARY_DIR}/generated/include/ZEFUIVersion.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zefui)
 install(TARGETS zefui EXPORT ZEFUITargets
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev)
 install(EXPORT ZEFUITargets NAMESPACE ZEFUI:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
 
 set(qt_components "Core Gui Widgets")
@@ -43,6 +43,19 @@ install(FILES
         ${PROJECT_SOURCE_DIR}/cmake/ZEFUIForms.cmake
         ${PROJECT_SOURCE_DIR}/cmake/ZEFUILint.cmake
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
+
+# pkg-config, for builds without CMake
+set(pc_defines "")
+set(pc_requires_private "")
+if(NOT BUILD_SHARED_LIBS)
+    set(pc_defines " -DZEFUI_STATIC_DEFINE -DZEFBASE_STATIC_DEFINE -DZEFPIPE_STATIC_DEFINE")
+    set(pc_requires_private "Qt6UiTools")
+endif()
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_BINDIR BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
+    OUTPUT_VARIABLE pc_to_bin)
+cmake_path(GET pc_to_bin PARENT_PATH pc_to_prefix)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/zefui.pc.in ${PROJECT_BINARY_DIR}/generated/zefui.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/generated/zefui.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 # The functions of the package serve this build's own examples and tests too.
 include(ZEFUIForms)

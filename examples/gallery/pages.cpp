@@ -6,6 +6,8 @@
 #include <ZEFCommandLinkButton.h>
 #include <ZEFEllipsisLabel.h>
 #include <ZEFFlatButton.h>
+#include <ZEFFormatCell.h>
+#include <ZEFFormatEdit.h>
 #include <ZEFHyperlinkLabel.h>
 #include <ZEFLightStdButton.h>
 #include <ZEFLightStdSSButton.h>
@@ -283,6 +285,57 @@ Page* flatButtonPage()
     return page;
 }
 
+ZEFFormatEdit* formatEdit(const QString& format, const QString& text)
+{
+    auto* edit = new ZEFFormatEdit(nullptr);
+    edit->setFormat(format);
+    edit->setText(text);
+    return edit;
+}
+
+Page* formatEditPage()
+{
+    const QString key = QStringLiteral("{5}([A-Z0-9]*)-{5}([A-Z0-9]*)-{5}([A-Z0-9]*)");
+    auto* page = new Page(QStringLiteral("ZEFFormatEdit"), 2);
+    page->add(QStringLiteral("empty"), formatEdit(key, QString()));
+    page->add(QStringLiteral("filled"), formatEdit(key, QStringLiteral("AB12C-DE34F-GH56I")));
+    auto* highlighted = formatEdit(key, QStringLiteral("AB12C-DE34F-GH56I"));
+    highlighted->setCellBottomHighlight(3, QColor(0, 120, 70));
+    page->add(QStringLiteral("highlighted"), highlighted);
+    auto* disabled = formatEdit(key, QStringLiteral("AB12C-DE34F-GH56I"));
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("disabled"), disabled);
+    page->add(QStringLiteral("optional cell"),
+              formatEdit(QStringLiteral("{3}(\\d*)/{0,2}(\\d*)"), QStringLiteral("123/")));
+    page->add(QStringLiteral("text behind the last cell"),
+              formatEdit(QStringLiteral("{5}(\\d*)kg{}"), QStringLiteral("125")));
+    return page;
+}
+
+ZEFFormatCell* formatCell(const QString& text)
+{
+    auto* cell = new ZEFFormatCell(nullptr);
+    cell->setMaxLength(8);
+    cell->setText(text);
+    return cell;
+}
+
+Page* formatCellPage()
+{
+    auto* page = new Page(QStringLiteral("ZEFFormatCell"), 4);
+    page->add(QStringLiteral("normal"), formatCell(QStringLiteral("AB12")));
+    auto* optional = formatCell(QString());
+    optional->setMinLength(0);
+    page->add(QStringLiteral("optional"), optional);
+    auto* highlighted = formatCell(QStringLiteral("AB12"));
+    highlighted->setBottomHighlight(3, QColor(0, 120, 70));
+    page->add(QStringLiteral("highlighted"), highlighted);
+    auto* disabled = formatCell(QStringLiteral("AB12"));
+    disabled->setEnabled(false);
+    page->add(QStringLiteral("disabled"), disabled);
+    return page;
+}
+
 ZEFCalendarWidget* calendar()
 {
     auto* calendar = new ZEFCalendarWidget;
@@ -311,7 +364,7 @@ Page* calendarPage()
 
 QList<Page*> createPages()
 {
-    return {commandLinkPage(),      togglePage(),     paintedButtonPage(),
-            styleSheetButtonPage(), checkBoxPage(),   ellipsisLabelPage(),
-            hyperlinkLabelPage(),   flatButtonPage(), calendarPage()};
+    return {commandLinkPage(), togglePage(),        paintedButtonPage(),  styleSheetButtonPage(),
+            checkBoxPage(),    ellipsisLabelPage(), hyperlinkLabelPage(), flatButtonPage(),
+            calendarPage(),    formatEditPage(),    formatCellPage()};
 }
