@@ -7,10 +7,17 @@ add_library(ZEFUI::zefui ALIAS zefui)
 zefui_compile_options(zefui)
 set_target_properties(zefui PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 
+# For the bases of exported classes, which are not exported themselves: users share their types, which ELF
+# libraries do by exporting the class, while a DLL exports only those members that say so.
+set(shared_type "#define ZEFUI_SHARED_TYPE\n")
+if(NOT WIN32)
+    set(shared_type "#define ZEFUI_SHARED_TYPE ZEFUI_EXPORT\n")
+endif()
+string(CONCAT export_header_content "${ZEFUI_EXPORT_HEADER_CONTENT}" "${shared_type}")
 generate_export_header(zefui
     BASE_NAME ZEFUI
     EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/generated/include/ZEFUIExport.h
-    CUSTOM_CONTENT_FROM_VARIABLE ZEFUI_EXPORT_HEADER_CONTENT)
+    CUSTOM_CONTENT_FROM_VARIABLE export_header_content)
 if(NOT BUILD_SHARED_LIBS)
     target_compile_definitions(zefui PUBLIC ZEFUI_STATIC_DEFINE)
 endif()

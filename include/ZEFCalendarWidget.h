@@ -8,6 +8,8 @@
  * A calendar that veils the days before minimumDate() and after maximumDate() in translucent grey.
  *
  * Forms cannot create it by name; a service puts it into a form itself.
+ *
+ * \image docs/pics/zefcalendarwidget.png
  */
 class ZEFUI_EXPORT ZEFCalendarWidget : public QCalendarWidget {
     Q_OBJECT

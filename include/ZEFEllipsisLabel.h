@@ -15,6 +15,8 @@
  *
  * The text is cut as it stands, markup included: set the format to plain text when it comes from a client.
  * The tool tip always shows it as plain text.
+ *
+ * \image docs/pics/zefellipsislabel.png
  */
 class ZEFUI_EXPORT ZEFEllipsisLabel : public QLabel {
     Q_OBJECT

@@ -13,6 +13,8 @@
  * onLinkClick() does, and can refuse schemes.
  *
  * The label never takes the keyboard focus by itself.
+ *
+ * \image docs/pics/zefhyperlinklabel.png
  */
 class ZEFUI_EXPORT ZEFHyperlinkLabel : public QLabel {
     Q_OBJECT

@@ -9,6 +9,8 @@
  * follows its text.
  *
  * Its object name is "ZEFLightStdButton" at first; a form gives it the form's own name.
+ *
+ * \image docs/pics/zeflightstdbutton.png
  */
 class ZEFUI_EXPORT ZEFLightStdButton : public ZEFStdButton {
     Q_OBJECT

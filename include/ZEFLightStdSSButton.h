@@ -10,6 +10,8 @@
  * Its object name is "ZEFLightStdSSButton" at first, for the selectors of a style sheet; a form gives it
  * the form's own name. It carries a style of its own, which its style sheet goes on top of; do not share
  * that style with other widgets.
+ *
+ * \image docs/pics/zeflightstdssbutton.png
  */
 class ZEFUI_EXPORT ZEFLightStdSSButton : public ZEFStdSSButton {
     Q_OBJECT

@@ -13,6 +13,8 @@
  * Its object name is "ZEFLightStdSSCheckbox" at first, for the selectors of a style sheet; a form gives it
  * the form's own name. It carries a style of its own, which its style sheet goes on top of; do not share
  * that style with other widgets.
+ *
+ * \image docs/pics/zeflightstdsscheckbox.png
  */
 class ZEFUI_EXPORT ZEFLightStdSSCheckbox : public ZEFStdSSCheckbox {
     Q_OBJECT

@@ -16,6 +16,8 @@ class QLabel;
  * text or an image is set for the current state, or the state changes. There is no keyboard handling.
  *
  * The state is changed through the property isOn, or through the slots toggle() and setOn(bool) by name.
+ *
+ * \image docs/pics/zeftogglebutton.png
  */
 class ZEFUI_EXPORT ZEFToggleButton : public QWidget {
     Q_OBJECT

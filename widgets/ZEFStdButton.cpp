@@ -13,6 +13,8 @@ constexpr QSize MinimumSize(78, 28);
 constexpr double CornerRadius = 4.0;
 // A larger button has no image of its own, which would cost more memory than any screen shows.
 constexpr double MostImagePixels = 1 << 24;
+// A larger body is drawn anew each time.
+constexpr double MostBodyPixels = 1 << 17;
 
 QPainterPath roundedRectangle(const QRectF& rect, double radius)
 {
@@ -35,12 +37,46 @@ QRectF shrunk(const QRectF& rect, double by)
     return rect.adjusted(by, by, -by, -by);
 }
 
+double pixels(const QSize& size, double ratio)
+{
+    return ratio * ratio * size.width() * size.height();
+}
+
+QImage transparentImage(const QSize& size, double ratio)
+{
+    QImage image((QSizeF(size) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::transparent);
+    return image;
+}
+
 QPen outlinePen(const QColor& color, double width)
 {
     return QPen(color, width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
 }
 
 } // namespace
+
+//! Ring, border and fill, and all that they depend on.
+struct ZEFStdButton::Body {
+    QImage image;
+    QSize size;
+    double ratio = 1;
+    bool focused = false;
+    double focusRingWidth = 0;
+    double borderWidth = 0;
+    QColor accentColor;
+    QColor borderColor;
+    QLinearGradient gradient;
+
+    bool isLike(const Body& other) const
+    {
+        return size == other.size && ratio == other.ratio && focused == other.focused
+            && focusRingWidth == other.focusRingWidth && borderWidth == other.borderWidth
+            && accentColor == other.accentColor && borderColor == other.borderColor
+            && gradient == other.gradient;
+    }
+};
 
 ZEFStdButton::ZEFStdButton(QWidget* parent)
     : QPushButton(parent)
@@ -83,17 +119,14 @@ void ZEFStdButton::paintEvent(QPaintEvent*)
     QPainter widgetPainter(this);
     // as sharp as the device that is painted on, which need not be the screen
     const double ratio = widgetPainter.paintEngine()->paintDevice()->devicePixelRatio();
-    const QSizeF imageSize = QSizeF(size()) * ratio;
     QImage image;
-    if (imageSize.width() * imageSize.height() <= MostImagePixels)
-        image = QImage(imageSize.toSize(), QImage::Format_ARGB32_Premultiplied);
+    if (pixels(size(), ratio) <= MostImagePixels)
+        image = transparentImage(size(), ratio);
     if (image.isNull()) {
         widgetPainter.setRenderHint(QPainter::Antialiasing);
         drawButton(&widgetPainter, QRectF(rect()));
         return;
     }
-    image.setDevicePixelRatio(ratio);
-    image.fill(Qt::transparent);
     QPainter painter(&image);
     initPainter(&painter);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -131,15 +164,16 @@ void ZEFStdButton::chooseColors()
     }
 }
 
-void ZEFStdButton::drawButton(QPainter* painter, QRectF rect)
+bool ZEFStdButton::showsFocus() const
 {
-    chooseColors();
-    m_workingGradient.setStart(rect.topLeft());
-    m_workingGradient.setFinalStop(rect.bottomLeft());
+    return m_focused && isEnabled();
+}
 
+void ZEFStdButton::drawBody(QPainter* painter, QRectF rect) const
+{
     double radius = CornerRadius;
     painter->setBrush(Qt::NoBrush);
-    if (m_focused && isEnabled()) {
+    if (showsFocus()) {
         painter->setPen(outlinePen(m_accentColor, m_focusRingWidth));
         painter->drawPath(roundedRectangle(rect, radius));
         radius -= 1;
@@ -151,7 +185,44 @@ void ZEFStdButton::drawButton(QPainter* painter, QRectF rect)
     painter->setPen(Qt::NoPen);
     painter->setBrush(m_workingGradient);
     painter->drawPath(roundedRectangle(rect, radius));
+}
 
+const QImage& ZEFStdButton::bodyImage(double ratio)
+{
+    const Body wanted = {{},
+                         size(),
+                         ratio,
+                         showsFocus(),
+                         m_focusRingWidth,
+                         m_borderWidth,
+                         m_accentColor,
+                         m_workingBorderColor,
+                         m_workingGradient};
+    if (!m_body || !m_body->isLike(wanted)) {
+        m_body = std::make_unique<Body>(wanted);
+        m_body->image = transparentImage(size(), ratio);
+        QPainter painter(&m_body->image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        drawBody(&painter, QRectF(rect()));
+    }
+    return m_body->image;
+}
+
+void ZEFStdButton::drawButton(QPainter* painter, QRectF rect)
+{
+    chooseColors();
+    m_workingGradient.setStart(rect.topLeft());
+    m_workingGradient.setFinalStop(rect.bottomLeft());
+
+    const double ratio = painter->device()->devicePixelRatio();
+    const bool drawsThisWidget =
+        !size().isEmpty() && rect == QRectF(this->rect()) && painter->transform().isIdentity();
+    if (drawsThisWidget && pixels(size(), ratio) <= MostBodyPixels)
+        painter->drawImage(0, 0, bodyImage(ratio));
+    else
+        drawBody(painter, rect);
+
+    rect = shrunk(rect, m_borderWidth + (showsFocus() ? m_focusRingWidth + 0.5 : 0));
     if (m_pressed && isEnabled())
         rect.translate(1, 1);
     painter->setRenderHint(QPainter::Antialiasing, false);

@@ -6,6 +6,8 @@
 #include <QtGui/QColor>
 #include <QtWidgets/QPushButton>
 
+#include <memory>
+
 /*!
  * A push button that draws itself: a rounded body with a gradient, a border, a focus ring and a centred
  * text. A concrete variant sets gradients and colours in setProperties(). The object name is
@@ -14,10 +16,9 @@
  * The states of the drawing follow the events, only while the button is enabled: a button that is disabled
  * while it is hovered, focused or pressed is so again when it is enabled.
  *
- * The class itself is not exported; users take ZEFLightStdButton. Only what a caller or a subclass of the
- * light class may bind to directly is.
+ * Users take ZEFLightStdButton; a DLL exports only those members of this class that they may bind to.
  */
-class ZEFStdButton : public QPushButton {
+class ZEFUI_SHARED_TYPE ZEFStdButton : public QPushButton {
     Q_OBJECT
 
 public:
@@ -83,7 +84,14 @@ protected:
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFStdButton)
+    struct Body;
     void initialise();
     void chooseColors();
+    bool showsFocus() const;
+    void drawBody(QPainter* painter, QRectF rect) const;
+    const QImage& bodyImage(double ratio);
     void noteState(const QString& event, bool& flag, bool value);
+
+    // what most paintings repeat
+    std::unique_ptr<Body> m_body;
 };

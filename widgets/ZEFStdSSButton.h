@@ -12,10 +12,9 @@ class ZEFStdSSControlStyle;
  * A push button for style sheets: its text is centred and it never shows a focus rectangle. The object
  * name "ZEFStdSSButton" is its selector.
  *
- * The class itself is not exported; users take ZEFLightStdSSButton. Only what a caller of the light class
- * may bind to directly is.
+ * Users take ZEFLightStdSSButton; a DLL exports only those members of this class that they may bind to.
  */
-class ZEFStdSSButton : public QPushButton {
+class ZEFUI_SHARED_TYPE ZEFStdSSButton : public QPushButton {
     Q_OBJECT
 
 public:

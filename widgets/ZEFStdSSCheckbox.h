@@ -12,10 +12,9 @@ class ZEFStdSSControlStyle;
  * A check box for style sheets that wraps its text, from the top left. The object name "ZEFStdSSCheckbox"
  * is its selector.
  *
- * The class itself is not exported; users take ZEFLightStdSSCheckbox. Only what a caller of the light
- * class may bind to directly is.
+ * Users take ZEFLightStdSSCheckbox; a DLL exports only those members of this class that they may bind to.
  */
-class ZEFStdSSCheckbox : public QCheckBox {
+class ZEFUI_SHARED_TYPE ZEFStdSSCheckbox : public QCheckBox {
     Q_OBJECT
 
 public:

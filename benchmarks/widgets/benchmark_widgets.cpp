@@ -1,9 +1,9 @@
-// What painting costs, against Qt's own widgets in the same run. Ends with 1 when a ratio is above its limit.
+// What one painting costs, and its ratio to Qt's own widget in the same run: at most 1.5 for the painted
+// button against a push button, at most 1.2 for the ellipsis label against a label. Ends with 1 above that.
 
 #include <ZEFEllipsisLabel.h>
 #include <ZEFLightStdButton.h>
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QTextStream>
 #include <QtGui/QImage>
 #include <QtWidgets/QApplication>
@@ -11,20 +11,20 @@
 #include <QtWidgets/QPushButton>
 
 #include <algorithm>
+#include <ctime>
 
 namespace {
 
 constexpr int Rounds = 41;
 constexpr int PaintingsPerRound = 200;
 
-//! The time of a round of paintings, in nanoseconds.
-qint64 paint(QWidget& widget, QImage& image)
+//! The processor time of one painting, in microseconds: other programs do not count.
+double paint(QWidget& widget, QImage& image)
 {
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     for (int i = 0; i < PaintingsPerRound; ++i)
         widget.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return timer.nsecsElapsed();
+    return 1e6 * double(std::clock() - start) / CLOCKS_PER_SEC / PaintingsPerRound;
 }
 
 double median(QList<double> values)
@@ -46,14 +46,15 @@ bool compare(const QString& name, QWidget& widget, QWidget& reference, double li
     QList<double> ratios;
     // in turns, so that a busy machine slows both
     for (int round = 0; round < Rounds; ++round) {
-        own.append(double(paint(widget, image)) / PaintingsPerRound);
-        others.append(double(paint(reference, image)) / PaintingsPerRound);
+        own.append(paint(widget, image));
+        others.append(paint(reference, image));
         ratios.append(own.last() / others.last());
     }
     const double ratio = median(ratios);
-    QTextStream(stdout) << qSetFieldWidth(0) << name << ": " << QString::number(median(own) / 1000, 'f', 2)
-                        << " us, reference " << QString::number(median(others) / 1000, 'f', 2)
-                        << " us, ratio " << QString::number(ratio, 'f', 2) << " (limit " << limit << ")\n";
+    QTextStream(stdout) << name << ".microseconds " << QString::number(median(own), 'f', 2) << '\n'
+                        << name << ".reference.microseconds " << QString::number(median(others), 'f', 2)
+                        << '\n'
+                        << name << ".ratio " << QString::number(ratio, 'f', 2) << '\n';
     return ratio <= limit;
 }
 
@@ -73,22 +74,20 @@ int main(int argc, char** argv)
     paintedButton.setText(text);
     paintedButton.resize(paintedButton.minimumSizeHint());
     QPushButton pushButton(text);
-    bool good =
-        compare(QStringLiteral("ZEFLightStdButton against QPushButton"), paintedButton, pushButton, 1.5);
+    bool good = compare(QStringLiteral("paint.lightstdbutton"), paintedButton, pushButton, 1.5);
 
     const QString longText = QStringLiteral("Quarterly report of the northern branch office.pdf");
     ZEFEllipsisLabel fitting;
     fitting.setText(longText);
     fitting.resize(600, 20);
     QLabel label(longText);
-    good &= compare(QStringLiteral("ZEFEllipsisLabel that fits against QLabel"), fitting, label, 1.2);
+    good &= compare(QStringLiteral("paint.ellipsislabel.fitting"), fitting, label, 1.2);
 
     ZEFEllipsisLabel elided;
     elided.setText(longText);
     elided.resize(150, 20);
     elided.grab();
     QLabel labelOfTheSameText(elided.text());
-    good &= compare(QStringLiteral("ZEFEllipsisLabel that is elided against QLabel"), elided,
-                    labelOfTheSameText, 1.2);
+    good &= compare(QStringLiteral("paint.ellipsislabel.elided"), elided, labelOfTheSameText, 1.2);
     return good ? 0 : 1;
 }

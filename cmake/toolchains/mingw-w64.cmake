@@ -39,6 +39,8 @@ if(NOT QT_HOST_PATH_CMAKE_DIR)
         set(QT_HOST_PATH_CMAKE_DIR "${host_package}" CACHE PATH "The CMake packages of this machine's Qt")
     endif()
 endif()
+# What rcc of this machine's Qt packs, the Qt for Windows must be able to unpack.
+set(CMAKE_AUTORCC_OPTIONS --no-zstd)
 # lrelease is a program for this machine; a Qt for Windows need not bring the package that finds it.
 if(NOT EXISTS "${ZEFUI_WINDOWS_QT}/lib/cmake/Qt6LinguistTools")
     set(Qt6LinguistTools_DIR "${QT_HOST_PATH_CMAKE_DIR}/Qt6LinguistTools" CACHE PATH "")

@@ -12,6 +12,12 @@ public:
     mutable QList<int> textFlags;
     mutable QList<PrimitiveElement> primitives;
 
+    // Not over the platform's own style, which may paint a whole button without asking for its parts.
+    RecordingStyle()
+        : QProxyStyle(QStringLiteral("Fusion"))
+    {
+    }
+
     QRect itemTextRect(const QFontMetrics& metrics, const QRect& rect, int flags, bool enabled,
                        const QString& text) const override
     {
@@ -115,4 +121,15 @@ template <class Control> void liveUnderStyleSheets()
     Control alone;
     alone.setStyleSheet(own);
     alone.ensurePolished();
+}
+
+//! Whether a dying control gives its style back before the style dies; Qt would go on using it.
+template <class Control> bool takesItsStyleOff()
+{
+    auto* control = new Control;
+    bool stillSet = true;
+    QObject::connect(control->style(), &QObject::destroyed,
+                     [&] { stillSet = control->testAttribute(Qt::WA_SetStyle); });
+    delete control;
+    return !stillSet;
 }

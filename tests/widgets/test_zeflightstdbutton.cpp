@@ -90,6 +90,7 @@ QStringList stateLines()
 } // namespace
 
 Q_DECLARE_METATYPE(bool Open::*)
+Q_DECLARE_METATYPE(std::function<void(Open&)>)
 
 class TestZEFLightStdButton : public ZEFTest {
     Q_OBJECT
@@ -133,6 +134,9 @@ private Q_SLOTS:
     void cornersAreRound();
     void sharpAtRatioTwo();
     void painterThatHasABrush();
+    void changedLooksAreDrawn_data();
+    void changedLooksAreDrawn();
+    void elsewhereAndScaled();
 
     void handlers_data();
     void handlers();
@@ -578,6 +582,58 @@ void TestZEFLightStdButton::painterThatHasABrush()
     button.drawButton(&painter, QRectF(button.rect()));
     painter.end();
     QCOMPARE(image, reference);
+}
+
+void TestZEFLightStdButton::changedLooksAreDrawn_data()
+{
+    using Change = std::function<void(Open&)>;
+    QTest::addColumn<Change>("change");
+    QTest::newRow("size") << Change([](Open& button) { button.resize(100, 28); });
+    QTest::newRow("border colour") << Change([](Open& button) { button.m_borderColor = Qt::red; });
+    QTest::newRow("accent colour") << Change([](Open& button) { button.m_accentColor = Qt::red; });
+    QTest::newRow("text colour") << Change([](Open& button) { button.m_textColor = Qt::red; });
+    QTest::newRow("gradient") << Change(
+        [](Open& button) { button.m_normalGradient.setColorAt(0.5, Qt::red); });
+    QTest::newRow("border width") << Change([](Open& button) { button.m_borderWidth = 3; });
+    QTest::newRow("ring width") << Change([](Open& button) { button.m_focusRingWidth = 3; });
+    QTest::newRow("focus") << Change([](Open& button) { button.m_focused = false; });
+    QTest::newRow("text") << Change([](Open& button) { button.setText(QStringLiteral("other")); });
+}
+
+void TestZEFLightStdButton::changedLooksAreDrawn()
+{
+    QFETCH(const std::function<void(Open&)>, change);
+    Open button;
+    button.setText(QStringLiteral("text"));
+    button.resize(ButtonSize);
+    button.m_focused = true;
+    const QImage before = painted(button, 1);
+    QCOMPARE(painted(button, 1), before);
+    change(button);
+    QVERIFY(painted(button, 1) != before);
+}
+
+void TestZEFLightStdButton::elsewhereAndScaled()
+{
+    Open button;
+    button.resize(ButtonSize);
+    const QImage reference = painted(button, 1);
+    QImage image(ButtonSize * 2, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(10, 20);
+    button.drawButton(&painter, QRectF(button.rect()));
+    painter.end();
+    QCOMPARE(image.copy(QRect(QPoint(10, 20), ButtonSize)), reference);
+    image.fill(Qt::transparent);
+    painter.begin(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(2, 2);
+    button.drawButton(&painter, QRectF(button.rect()));
+    painter.end();
+    image.setDevicePixelRatio(2);
+    QCOMPARE(image, painted(button, 2));
 }
 
 void TestZEFLightStdButton::handlers_data()

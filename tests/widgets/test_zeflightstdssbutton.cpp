@@ -28,6 +28,7 @@ private Q_SLOTS:
     void sizeHints();
     void painting_data();
     void painting();
+    void takesItsStyleOffBeforeItDies();
     void diesUnderStyleSheets_data();
     void diesUnderStyleSheets();
     void diesAfterItsStyleWasReplaced();
@@ -176,6 +177,11 @@ void TestZEFLightStdSSButton::painting()
     QVERIFY(!ink.isEmpty());
     QVERIFY(qAbs(ink.center().x() - image.rect().center().x()) <= 2 * ratio);
     QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
+}
+
+void TestZEFLightStdSSButton::takesItsStyleOffBeforeItDies()
+{
+    QVERIFY(takesItsStyleOff<ZEFLightStdSSButton>());
 }
 
 void TestZEFLightStdSSButton::diesUnderStyleSheets_data()

@@ -54,6 +54,7 @@ private Q_SLOTS:
     void painting_data();
     void painting();
     void clicks();
+    void takesItsStyleOffBeforeItDies();
     void diesUnderStyleSheets_data();
     void diesUnderStyleSheets();
     void texts_data();
@@ -265,6 +266,11 @@ void TestZEFLightStdSSCheckbox::clicks()
     QVERIFY(box.isChecked());
     QTest::keyClick(&box, Qt::Key_Space);
     QVERIFY(!box.isChecked());
+}
+
+void TestZEFLightStdSSCheckbox::takesItsStyleOffBeforeItDies()
+{
+    QVERIFY(takesItsStyleOff<ZEFLightStdSSCheckbox>());
 }
 
 void TestZEFLightStdSSCheckbox::diesUnderStyleSheets_data()

@@ -152,12 +152,20 @@ bool FormPreview::readFiles(ResourceContents* contents, QString* error)
     if (!m_options.translations.isEmpty() && !addTranslations(m_options.translations, contents, error))
         return false;
 
+    const bool canBeBuilt = form->widgets.constFirst().created;
     m_topLine = form->widgets.constFirst().line;
     Project project;
     project.forms.append(std::move(*form));
     for (const Finding& finding : checkProject(project, {})) {
-        if (finding.rule == "unknown-class"_L1)
-            Q_EMIT complaint(finding.file + u':' + QString::number(finding.line) + u": " + finding.message);
+        if (finding.rule != "unknown-class"_L1)
+            continue;
+        const QString line = finding.file + u':' + QString::number(finding.line) + u": " + finding.message;
+        if (!canBeBuilt) {
+            // The top widget's is the first.
+            *error = line;
+            return false;
+        }
+        Q_EMIT complaint(line);
     }
     return true;
 }

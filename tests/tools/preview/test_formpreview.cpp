@@ -160,9 +160,14 @@ void TestFormPreview::aBrokenFileLeavesTheForm()
     QTRY_COMPARE(complaints.size(), 1);
     QVERIFY(complaints.at(0).at(0).toString().startsWith(path(u"login.ui"_s) + u":2: "));
     QCOMPARE(property(preview, u"greeting"_s, u"text"_s), u"Guten Morgen, Ada"_s);
+    write(path(u"login.ui"_s),
+          form("Hello").replace("\"QWidget\" name=\"Login\"", "\"Gauge\" name=\"Login\""));
+    QTRY_COMPARE(complaints.size(), 2);
+    QVERIFY(complaints.at(1).at(0).toString().contains(u"the form does not load"));
+    QCOMPARE(property(preview, u"greeting"_s, u"text"_s), u"Guten Morgen, Ada"_s);
     write(path(u"login.ui"_s), form("Hello again"));
     QTRY_COMPARE(property(preview, u"greeting"_s, u"text"_s), u"Hello again"_s);
-    QCOMPARE(complaints.size(), 1);
+    QCOMPARE(complaints.size(), 2);
 }
 
 //! As many editors save: the new file takes the place of the old one, more than once.
