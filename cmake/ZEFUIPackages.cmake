@@ -52,6 +52,8 @@ set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
     "qt6-base-dev, qt6-tools-dev, qt6-l10n-tools, libqt6opengl6-dev, libopengl-dev")
 if(BUILD_SHARED_LIBS)
     string(PREPEND CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${runtime_depends}, ")
+else()
+    string(APPEND CPACK_DEBIAN_DEV_PACKAGE_DEPENDS ", libxcb1-dev, libx11-dev")
 endif()
 set(CPACK_DEBIAN_DEV_DESCRIPTION "forms by name for services on Qt Widgets, development files
  A service process loads Qt Designer forms by name, translates, styles and
