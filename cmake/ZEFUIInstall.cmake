@@ -45,11 +45,17 @@ install(FILES
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZEFUI)
 
 # pkg-config, for builds without CMake
+set(pc_requires "Qt6Core Qt6Gui Qt6Widgets")
 set(pc_defines "")
-set(pc_requires_private "")
+set(pc_libraries "-lzefui -lzefbase -lzefpipe")
 if(NOT BUILD_SHARED_LIBS)
+    string(APPEND pc_requires " Qt6UiTools")
     set(pc_defines " -DZEFUI_STATIC_DEFINE -DZEFBASE_STATIC_DEFINE -DZEFPIPE_STATIC_DEFINE")
-    set(pc_requires_private "Qt6UiTools")
+    if(WIN32)
+        string(APPEND pc_libraries " -luser32")
+    elseif(TARGET X11::xcb)
+        string(APPEND pc_libraries " -lxcb")
+    endif()
 endif()
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_BINDIR BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
     OUTPUT_VARIABLE pc_to_bin)

@@ -23,10 +23,10 @@ if(WIN32)
     set(CPACK_PACKAGE_FILE_NAME zefui-${PROJECT_VERSION}-windows-${CMAKE_SYSTEM_PROCESSOR})
 else()
     set(CPACK_GENERATOR DEB)
+    set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 endif()
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
@@ -52,6 +52,8 @@ set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS
     "qt6-base-dev, qt6-tools-dev, qt6-l10n-tools, libqt6opengl6-dev, libopengl-dev")
 if(BUILD_SHARED_LIBS)
     string(PREPEND CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${runtime_depends}, ")
+else()
+    string(APPEND CPACK_DEBIAN_DEV_PACKAGE_DEPENDS ", libxcb1-dev, libx11-dev")
 endif()
 set(CPACK_DEBIAN_DEV_DESCRIPTION "forms by name for services on Qt Widgets, development files
  A service process loads Qt Designer forms by name, translates, styles and

@@ -13,6 +13,7 @@ public:
 
 protected:
     // A cut text would be saved into the form, and its tool tip with it.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     void paintEvent(QPaintEvent* e) override { QLabel::paintEvent(e); }
 };
 

@@ -78,6 +78,25 @@ private Q_SLOTS:
         compareProperties(form.get());
     }
 
+    //! Each widget was dropped from the widget box into an empty form.
+    void loadsWhatWasDropped()
+    {
+        const ZEFUIDialog dialog(u"dropped"_s, QString(), nullptr, Qt::Dialog, nullptr);
+        QVERIFY(dialog.element()->loaded());
+        const auto widgets =
+            dialog.layout()->itemAt(0)->widget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+        QStringList names;
+        for (const QWidget* widget : widgets)
+            names.append(QLatin1String(widget->metaObject()->className()) + u' ' + widget->objectName());
+        QCOMPARE(
+            names,
+            QStringList({u"ZEFCommandLinkButton commandLinkButton"_s, u"ZEFToggleButton toggleButton"_s,
+                         u"ZEFFormatCell formatCell"_s, u"ZEFFormatEdit formatEdit"_s,
+                         u"ZEFEllipsisLabel ellipsisLabel"_s, u"ZEFHyperlinkLabel hyperlinkLabel"_s,
+                         u"ZEFFlatButton flatButton"_s, u"ZEFLightStdSSButton styledButton"_s,
+                         u"ZEFLightStdSSCheckbox styledCheckBox"_s, u"ZEFLightStdButton paintedButton"_s}));
+    }
+
     void isShownByAHost()
     {
         const std::unique_ptr<ZEFUIDialog> dialog(

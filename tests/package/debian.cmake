@@ -70,7 +70,8 @@ foreach(header IN LISTS headers)
 endforeach()
 foreach(file IN ITEMS include/zefui/ZEFUIExport.h include/zefui/ZEFUIVersion.h ${LIBDIR}/pkgconfig/zefui.pc
         ${LIBDIR}/cmake/ZEFUI/ZEFUIConfig.cmake ${LIBDIR}/cmake/ZEFUI/ZEFUIConfigVersion.cmake
-        ${LIBDIR}/cmake/ZEFUI/ZEFUITargets.cmake ${LIBDIR}/cmake/ZEFUI/ZEFUIForms.cmake)
+        ${LIBDIR}/cmake/ZEFUI/ZEFUITargets.cmake ${LIBDIR}/cmake/ZEFUI/ZEFUIForms.cmake
+        ${LIBDIR}/cmake/ZEFUI/ZEFUILint.cmake)
     expect_text("${files}" "./usr/${file}\n")
 endforeach()
 expect_text("${files}" "./usr/${LIBDIR}/libzefui.so -> libzefui.so.${major}\n")
