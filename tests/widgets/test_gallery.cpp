@@ -66,8 +66,8 @@ void TestGallery::pictures_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"zefcalendarwidget", "zefcommandlinkbutton", "zefellipsislabel", "zefflatbutton",
-                             "zefhyperlinklabel", "zeflightstdbutton", "zeflightstdssbutton",
-                             "zeflightstdsscheckbox", "zeftogglebutton"})
+                             "zefformatcell", "zefformatedit", "zefhyperlinklabel", "zeflightstdbutton",
+                             "zeflightstdssbutton", "zeflightstdsscheckbox", "zeftogglebutton"})
         QTest::newRow(name) << QLatin1String(name) + QStringLiteral(".png");
 }
 
@@ -88,7 +88,7 @@ void TestGallery::noOtherPictures()
 {
     const QStringList filter = {QStringLiteral("zef*.png")};
     const QStringList fresh = QDir(m_fresh.path()).entryList(filter, QDir::Files, QDir::Name);
-    QCOMPARE(fresh.size(), 9);
+    QCOMPARE(fresh.size(), 11);
     for (const QString& name : fresh)
         QVERIFY(QFile::exists(Pictures + u'/' + name));
 }
