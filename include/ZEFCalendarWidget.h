@@ -9,7 +9,7 @@
  *
  * Forms cannot create it by name; a service puts it into a form itself.
  *
- * \image docs/pics/zefcalendarwidget.png
+ * \image html zefcalendarwidget.png
  */
 class ZEFUI_EXPORT ZEFCalendarWidget : public QCalendarWidget {
     Q_OBJECT

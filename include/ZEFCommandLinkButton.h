@@ -23,7 +23,7 @@ class QLabel;
  * setIcon() and icon() hide the functions of QAbstractButton, which take a QIcon and have no effect here,
  * and clicked() hides QAbstractButton::clicked().
  *
- * \image docs/pics/zefcommandlinkbutton.png
+ * \image html zefcommandlinkbutton.png
  */
 class ZEFUI_EXPORT ZEFCommandLinkButton : public QPushButton {
     Q_OBJECT

@@ -16,7 +16,7 @@
  * The text is cut as it stands, markup included: set the format to plain text when it comes from a client.
  * The tool tip always shows it as plain text.
  *
- * \image docs/pics/zefellipsislabel.png
+ * \image html zefellipsislabel.png
  */
 class ZEFUI_EXPORT ZEFEllipsisLabel : public QLabel {
     Q_OBJECT

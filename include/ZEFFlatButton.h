@@ -8,7 +8,7 @@
  * A label that acts as a button. Text, image, cursor and focus policy come from the form; a flat button
  * that shall react to Enter needs a focus policy.
  *
- * \image docs/pics/zefflatbutton.png
+ * \image html zefflatbutton.png
  */
 class ZEFUI_EXPORT ZEFFlatButton : public QLabel {
     Q_OBJECT

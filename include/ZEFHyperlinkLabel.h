@@ -14,7 +14,7 @@
  *
  * The label never takes the keyboard focus by itself.
  *
- * \image docs/pics/zefhyperlinklabel.png
+ * \image html zefhyperlinklabel.png
  */
 class ZEFUI_EXPORT ZEFHyperlinkLabel : public QLabel {
     Q_OBJECT

@@ -10,7 +10,7 @@
  *
  * Its object name is "ZEFLightStdButton" at first; a form gives it the form's own name.
  *
- * \image docs/pics/zeflightstdbutton.png
+ * \image html zeflightstdbutton.png
  */
 class ZEFUI_EXPORT ZEFLightStdButton : public ZEFStdButton {
     Q_OBJECT

@@ -11,7 +11,7 @@
  * the form's own name. It carries a style of its own, which its style sheet goes on top of; do not share
  * that style with other widgets.
  *
- * \image docs/pics/zeflightstdssbutton.png
+ * \image html zeflightstdssbutton.png
  */
 class ZEFUI_EXPORT ZEFLightStdSSButton : public ZEFStdSSButton {
     Q_OBJECT

@@ -14,7 +14,7 @@
  * the form's own name. It carries a style of its own, which its style sheet goes on top of; do not share
  * that style with other widgets.
  *
- * \image docs/pics/zeflightstdsscheckbox.png
+ * \image html zeflightstdsscheckbox.png
  */
 class ZEFUI_EXPORT ZEFLightStdSSCheckbox : public ZEFStdSSCheckbox {
     Q_OBJECT

@@ -17,7 +17,7 @@ class QLabel;
  *
  * The state is changed through the property isOn, or through the slots toggle() and setOn(bool) by name.
  *
- * \image docs/pics/zeftogglebutton.png
+ * \image html zeftogglebutton.png
  */
 class ZEFUI_EXPORT ZEFToggleButton : public QWidget {
     Q_OBJECT

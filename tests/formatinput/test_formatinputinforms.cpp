@@ -1,6 +1,6 @@
 // Edits and cells that the form loader made.
 
-#include <ZEFTest.h>
+#include <ElementTest.h>
 
 #include <ZEFDictionary.h>
 #include <ZEFDictionaryList.h>
@@ -15,9 +15,7 @@
 
 #include <memory>
 
-using namespace Qt::StringLiterals;
-
-class TestFormatInputInForms : public ZEFTest {
+class TestFormatInputInForms : public ElementTest {
     Q_OBJECT
 
 private Q_SLOTS:

@@ -207,9 +207,10 @@ QList<DelegateMethod> methodsInHeader(const Tokens& tokens)
             || (i > 0 && tokens.at(i - 1) == "enum"_L1))
             continue;
         const auto isEndOfHead = [](const CppToken& token) {
-            return token == "{"_L1 || token == ";"_L1 || token == "("_L1 || token == ")"_L1;
+            return token == "{"_L1 || token == ";"_L1 || token == "("_L1 || token == ")"_L1
+                || token == "class"_L1 || token == "struct"_L1;
         };
-        const auto head = std::find_if(tokens.cbegin() + i, tokens.cend(), isEndOfHead);
+        const auto head = std::find_if(tokens.cbegin() + i + 1, tokens.cend(), isEndOfHead);
         if (head == tokens.cend() || *head != "{"_L1)
             continue;
         const qsizetype body = std::distance(tokens.cbegin(), head);

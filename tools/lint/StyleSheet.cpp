@@ -170,7 +170,7 @@ QList<Selector> selectorsOf(const QString& text, qint64 firstLine)
         if (open == sheet.size())
             break;
         for (qsizetype from = start; from < open;) {
-            const qsizetype end = qMin(findUnquoted(sheet, u',', from), open);
+            const qsizetype end = findUnquoted(QStringView(sheet).first(open), u',', from);
             const QStringView piece = QStringView(sheet).sliced(from, end - from);
             const QStringView selector = piece.trimmed();
             if (!selector.isEmpty()) {

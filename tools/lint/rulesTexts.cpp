@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr qsizetype longestKey = 1000;
+
 /*!
  * The keys of the placeholders in \a text that \a isKnown does not know. As the library does it: when
  * "%{a%{b}" is no placeholder as a whole, the inner one may be.
@@ -23,6 +25,13 @@ template <typename IsKnown> QStringList unknownPlaceholders(const QString& text,
         const qsizetype end = text.indexOf(u'}', from + 2);
         if (end < 0)
             break;
+        if (end - from > longestKey) {
+            from = text.lastIndexOf(u"%{", end);
+            if (end - from > longestKey) {
+                from = text.indexOf(u"%{", end);
+                continue;
+            }
+        }
         const QString key = text.mid(from + 2, end - from - 2);
         if (isKnown(key)) {
             from = text.indexOf(u"%{", end + 1);

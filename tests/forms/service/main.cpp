@@ -14,7 +14,7 @@ int main(int argc, char** argv)
     const struct {
         const char* form;
         const char* locale;
-    } cases[] = { { "login", "de" }, { "login", "en" }, { "farewell", "de" }, { "about", "fr" } };
+    } cases[] = {{"login", "de"}, {"login", "en"}, {"farewell", "de"}, {"about", "fr"}};
     for (const auto& [form, locale] : cases) {
         const std::unique_ptr<ZEFUIDialog> dialog(
             ZEFUIDialog::create(QString::fromLatin1(form), QString::fromLatin1(locale), nullptr, Qt::Dialog));
@@ -26,7 +26,9 @@ int main(int argc, char** argv)
         const QString line = element->formPath() + QStringLiteral(" | ")
             + element->childProperty(QStringLiteral("greeting"), QStringLiteral("text")).toString()
             + QStringLiteral(" | ")
-            + element->childProperty(QStringLiteral("greeting"), QStringLiteral("styleSheet")).toString().trimmed();
+            + element->childProperty(QStringLiteral("greeting"), QStringLiteral("styleSheet"))
+                  .toString()
+                  .trimmed();
         std::puts(line.toUtf8().constData());
     }
     return 0;

@@ -88,6 +88,8 @@ private Q_SLOTS:
     void anUnreadableFolderOrFileIsRefused();
     void aFailureLeavesTheOldReport();
     void deepNestingIsNoProblem();
+    void repetitionIsReadInTime_data();
+    void repetitionIsReadInTime();
 
 private:
     static void addRuleRows();
@@ -452,6 +454,36 @@ void TestZEFUILint::deepNestingIsNoProblem()
     const ToolRun run = lint({u"deep.ui"_s}, folder.path());
     QCOMPARE(run.errors, QByteArray());
     QCOMPARE(run.status, 0);
+}
+
+void TestZEFUILint::repetitionIsReadInTime_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QByteArray>("contents");
+    constexpr int count = 1000000;
+    QTest::newRow("open placeholders")
+        << QString()
+        << formWith("<widget class=\"QLabel\" name=\"l\"><property name=\"text\"><string>"
+                    + QByteArray("%{").repeated(count) + "a}</string></property></widget>\n");
+    QTest::newRow("rules of a style sheet") << u"--css"_s << QByteArray("* {} ").repeated(count);
+    QTest::newRow("comments of a style sheet") << u"--css"_s << QByteArray("/* */").repeated(count);
+    QTest::newRow("heads of classes")
+        << u"--delegate"_s << QByteArray("class ").repeated(count) + "A { Q_INVOKABLE void f(); };";
+}
+
+//! A scan that starts again at each place would take hours.
+void TestZEFUILint::repetitionIsReadInTime()
+{
+    QFETCH(const QString, option);
+    QFETCH(const QByteArray, contents);
+    const QTemporaryDir folder;
+    write(folder.filePath(u"input"_s), contents);
+    QStringList arguments{u"input"_s};
+    if (!option.isEmpty())
+        arguments = {option, u"input"_s, samples + u"/close-twice/good.ui"};
+    const ToolRun run = lint(arguments, folder.path());
+    QCOMPARE(run.errors, QByteArray());
+    QVERIFY(run.status == 0 || run.status == 1);
 }
 
 ZEF_TEST_MAIN(TestZEFUILint)
