@@ -1,8 +1,12 @@
 #include "ElementTest.h"
 
+#include <ZEFDictionary.h>
+#include <ZEFDictionaryList.h>
+
 #include <platform/ForegroundWindow.h>
 
 #include <QtCore/QElapsedTimer>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
 class TestZEFUIElementLifetime : public ElementTest {
@@ -30,6 +34,8 @@ private Q_SLOTS:
     void closeOfAFormlessHost();
     void closeOfAPlainWidget();
     void closeFromTheClosingSignal();
+    void slotOfAFormWidgetMayClose_data();
+    void slotOfAFormWidgetMayClose();
     void destroyTwice();
     void showShowsAHiddenHost();
     void tickShowsAHiddenHost();
@@ -318,6 +324,72 @@ void TestZEFUIElementLifetime::closeFromTheClosingSignal()
     });
     host->element()->setClosing(true);
     QVERIFY(!host);
+}
+
+void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose_data()
+{
+    QTest::addColumn<bool>("dialog");
+    QTest::addColumn<QString>("deed");
+    for (const bool dialog : {false, true}) {
+        for (const QString& deed : {u"hideChild"_s, u"enableChild"_s, u"showChild"_s, u"updateProperties"_s,
+                                    u"setChildProperty"_s, u"setChildFocus"_s, u"close"_s})
+            QTest::addRow("%s, %s", dialog ? "dialog" : "widget", qPrintable(deed)) << dialog << deed;
+    }
+}
+
+void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose()
+{
+    QFETCH(bool, dialog);
+    QFETCH(QString, deed);
+    int contexts = 0;
+    int answers = 0;
+    int finished = 0;
+    QPointer<QWidget> host;
+    if (dialog) {
+        auto* made =
+            new ZEFUIDialog(u"names"_s, u"en"_s, nullptr, Qt::Dialog, new CountingContext(&contexts));
+        connect(made, &ZEFUIDialog::respondClosed, this, [&] { ++answers; });
+        host = made;
+    } else {
+        auto* made =
+            new ZEFUIWidget(u"names"_s, u"en"_s, nullptr, Qt::Window, new CountingContext(&contexts));
+        connect(made, &ZEFUIWidget::respondClosed, this, [&] { ++answers; });
+        host = made;
+    }
+    const QPointer<ZEFUIElement> element(ZEFUIElement::elementFromQObject(host));
+    host->show();
+    host->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(host));
+    auto* edit = host->findChild<QLineEdit*>(u"nameEdit"_s);
+    edit->setFocus();
+    QTRY_VERIFY(edit->hasFocus());
+    QTest::keyClick(edit, Qt::Key_A);
+    connect(edit, &QLineEdit::editingFinished, this, [&] {
+        ++finished;
+        element->close();
+    });
+    ZEFDictionary dictionary{{u"key"_s, u"2"_s}};
+    ZEFDictionaryList list;
+    list.append(&dictionary);
+    if (deed == u"hideChild")
+        element->hideChild(u"nameEdit"_s);
+    else if (deed == u"enableChild")
+        element->enableChild(u"nameEdit"_s, false);
+    else if (deed == u"showChild")
+        element->showChild(u"nameEdit"_s, u"key"_s, &list);
+    else if (deed == u"updateProperties")
+        element->updateProperties({{u"nameEdit_visible"_s, u"false"_s}});
+    else if (deed == u"setChildProperty")
+        element->setChildProperty(u"nameEdit"_s, u"enabled"_s, false);
+    else if (deed == u"setChildFocus")
+        element->setChildFocus(u"count"_s);
+    else
+        host->close();
+    QTRY_VERIFY(!host);
+    QCOMPARE(finished, 1);
+    QCOMPARE(answers, 1);
+    QCOMPARE(contexts, 1);
+    TestLog::take(u"debug: set property on "_s);
 }
 
 void TestZEFUIElementLifetime::destroyTwice()
