@@ -33,6 +33,9 @@ private Q_SLOTS:
     void mouseReleasesAreAnnounced_data();
     void mouseReleasesAreAnnounced();
     void showAndHideAreAnnouncedFirst();
+    void escapeIsAnnouncedBeforeItsEffect();
+    void closingComesBeforeTheAnswer_data();
+    void closingComesBeforeTheAnswer();
     void showOrHideReceiverMayClose_data();
     void showOrHideReceiverMayClose();
     void receiverMayCloseWhileQtCloses_data();
@@ -360,10 +363,6 @@ void TestZEFUIDialog::mouseReleasesAreAnnounced()
 
 void TestZEFUIDialog::showAndHideAreAnnouncedFirst()
 {
-    class Spy : public QObject {
-    public:
-        bool eventFilter(QObject*, QEvent*) override { return false; }
-    };
     const auto dialog = makeDialog();
     QStringList order;
     connect(dialog.get(), &ZEFUIDialog::dialog_show, this, [&] { order << u"show"_s; });
@@ -372,6 +371,63 @@ void TestZEFUIDialog::showAndHideAreAnnouncedFirst()
     dialog->hide();
     dialog->show();
     QCOMPARE(order, QStringList({u"show"_s, u"hide"_s, u"show"_s}));
+
+    // Qt centres a dialog over its parent when it handles the show event
+    QWidget parent;
+    parent.setGeometry(300, 250, 400, 300);
+    parent.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&parent));
+    ZEFUIDialog child(u"labels"_s, u"en"_s, &parent, Qt::Dialog, nullptr);
+    child.resize(100, 80);
+    const auto distance = [&] {
+        return (child.geometry().center() - parent.geometry().center()).manhattanLength();
+    };
+    int before = 0;
+    connect(&child, &ZEFUIDialog::dialog_show, this, [&] { before = distance(); });
+    child.show();
+    QVERIFY2(before > 300, qPrintable(QString::number(before)));
+    QVERIFY2(distance() < 80, qPrintable(QString::number(distance())));
+}
+
+void TestZEFUIDialog::escapeIsAnnouncedBeforeItsEffect()
+{
+    const auto dialog = makeDialog();
+    bool visible = false;
+    connect(dialog.get(), &ZEFUIDialog::dialog_key_pressed, this, [&] { visible = dialog->isVisible(); });
+    dialog->show();
+    press(dialog.get(), Qt::Key_Escape);
+    QVERIFY(visible);
+    QVERIFY(!dialog->isVisible());
+}
+
+void TestZEFUIDialog::closingComesBeforeTheAnswer_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const QString& way : {u"close"_s, u"window system"_s, u"escape"_s, u"element"_s, u"click"_s})
+        QTest::addRow("%s", qPrintable(way)) << way;
+}
+
+void TestZEFUIDialog::closingComesBeforeTheAnswer()
+{
+    QFETCH(QString, way);
+    const QPointer<ZEFUIDialog> dialog(makeDialog().release());
+    QStringList order;
+    connect(dialog, &ZEFUIDialog::respondClosed, this, [&] { order << u"answer"_s; });
+    connect(dialog->element(), &ZEFUIElement::closing, this, [&] { order << u"closing"_s; });
+    dialog->show();
+    if (way == u"close")
+        dialog->close();
+    else if (way == u"window system")
+        dialog->windowHandle()->close();
+    else if (way == u"escape")
+        press(dialog, Qt::Key_Escape);
+    else if (way == u"element")
+        dialog->element()->close();
+    else
+        dialog->findChild<QPushButton*>(u"close"_s)->click();
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(order.mid(0, 2), QStringList({u"closing"_s, u"answer"_s}));
+    QCOMPARE(order.count(u"answer"_s), 1);
 }
 
 void TestZEFUIDialog::showOrHideReceiverMayClose_data()

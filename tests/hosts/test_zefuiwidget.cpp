@@ -26,6 +26,8 @@ private Q_SLOTS:
     void rootClosedCloses();
     void receiverMayDeleteTheHost_data();
     void receiverMayDeleteTheHost();
+    void closingComesBeforeTheAnswer_data();
+    void closingComesBeforeTheAnswer();
     void closingReceiverMayClose_data();
     void closingReceiverMayClose();
     void closingReceiverMayDeleteTheHost();
@@ -309,6 +311,36 @@ void TestZEFUIWidget::receiverMayDeleteTheHost()
     QTRY_VERIFY(!host);
     QCOMPARE(answered, 1);
     QCOMPARE(contexts, 1);
+}
+
+void TestZEFUIWidget::closingComesBeforeTheAnswer_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const QString& way : {u"close"_s, u"window system"_s, u"escape"_s, u"element"_s, u"click"_s})
+        QTest::addRow("%s", qPrintable(way)) << way;
+}
+
+void TestZEFUIWidget::closingComesBeforeTheAnswer()
+{
+    QFETCH(QString, way);
+    const QPointer<ZEFUIWidget> host(makeHost().release());
+    QStringList order;
+    connect(host, &ZEFUIWidget::respondClosed, this, [&] { order << u"answer"_s; });
+    connect(host->element(), &ZEFUIElement::closing, this, [&] { order << u"closing"_s; });
+    host->show();
+    if (way == u"close")
+        host->close();
+    else if (way == u"window system")
+        host->windowHandle()->close();
+    else if (way == u"escape")
+        QTest::keyClick(host.data(), Qt::Key_Escape);
+    else if (way == u"element")
+        host->element()->close();
+    else
+        host->findChild<QPushButton*>(u"close"_s)->click();
+    QTRY_VERIFY(!host);
+    QCOMPARE(order.mid(0, 2), QStringList({u"closing"_s, u"answer"_s}));
+    QCOMPARE(order.count(u"answer"_s), 1);
 }
 
 void TestZEFUIWidget::closingReceiverMayClose_data()
