@@ -200,14 +200,20 @@ void TestZEFUIElementInterpolation::updateSeesWidgetsThatSlotsMake()
 {
     show(u"names"_s);
     auto* edit = m_host->findChild<QLineEdit*>(u"nameEdit"_s);
-    connect(edit, &QLineEdit::textChanged, this, [&] {
-        delete m_host->findChild<QPushButton*>(u"okButton"_s);
-        (new QLabel(edit->parentWidget()))->setObjectName(u"fresh"_s);
-    });
-    element()->updateProperties(
-        {{u"nameEdit_text"_s, u"x"_s}, {u"fresh_text"_s, u"made"_s}, {u"okButton_text"_s, u"gone"_s}});
+    connect(edit, &QLineEdit::textChanged, this,
+            [&] { (new QLabel(edit->parentWidget()))->setObjectName(u"fresh"_s); });
+    connect(m_host->findChild<QAbstractButton*>(u"agree"_s), &QAbstractButton::toggled, this,
+            [&] { delete m_host->findChild<QPushButton*>(u"okButton"_s); });
+    element()->updateProperties({{u"nameEdit_text"_s, u"x"_s},
+                                 {u"fresh_text"_s, u"made"_s},
+                                 {u"agree_checked"_s, u"true"_s},
+                                 {u"okButton_text"_s, u"gone"_s}});
     QCOMPARE(text(u"fresh"_s), u"made"_s);
-    QCOMPARE(TestLog::take(u"debug: "_s).last(), u"debug: set property on fresh.text=made"_s);
+    QCOMPARE(
+        TestLog::takeAll(),
+        QStringList({u"debug: set property on nameEdit.text=x"_s, u"debug: set property on nameEdit.text=x"_s,
+                     u"debug: set property on fresh.text=made"_s,
+                     u"debug: set property on agree.checked=true"_s}));
 }
 
 void TestZEFUIElementInterpolation::updateWithManyUnknownNames()
