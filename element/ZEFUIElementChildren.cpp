@@ -22,6 +22,7 @@ void ZEFUIElement::showChild(const QString& name)
 
 void ZEFUIElement::showChild(const QString& name, bool visible)
 {
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
     if (QWidget* child = firstWidgetNamed(d->widget, name))
         child->setVisible(visible);
 }
@@ -36,6 +37,7 @@ void ZEFUIElement::showChild(const QString& name, const QString& key, ZEFDiction
     const long display = dictionaries->search(key, nullptr).asLong();
     if (display < 0 || display > 2)
         return;
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
     child->setEnabled(display == 0);
     if (child)
         child->setVisible(display != 2);
@@ -43,6 +45,7 @@ void ZEFUIElement::showChild(const QString& name, const QString& key, ZEFDiction
 
 void ZEFUIElement::enableChild(const QString& name, bool enabled)
 {
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
     if (QWidget* child = firstWidgetNamed(d->widget, name))
         child->setEnabled(enabled);
 }
@@ -63,12 +66,14 @@ void ZEFUIElement::showChildIf(const QString& name, const QString& key, ZEFDicti
 
 void ZEFUIElement::setChildFocus(const QString& name)
 {
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
     if (QWidget* child = firstWidgetNamed(d->widget, name))
         child->setFocus();
 }
 
 bool ZEFUIElement::setChildProperty(const QString& name, const QString& property, const QVariant& value)
 {
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
     return setWidgetProperty(firstWidgetNamed(d->widget, name), property, value);
 }
 
@@ -81,9 +86,10 @@ bool ZEFUIElement::setChildBackground(const QString& name, const QPixmap& pixmap
 {
     if (name.isEmpty())
         return false;
-    QWidget* child = firstWidgetNamed(d->widget, name);
+    const QPointer<QWidget> child(firstWidgetNamed(d->widget, name));
     if (!child)
         return false;
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
     child->setAutoFillBackground(true);
     const QPixmap texture = scaled && !pixmap.isNull()
         ? pixmap.scaled(child->size(), Qt::IgnoreAspectRatio, Qt::FastTransformation)
@@ -98,6 +104,7 @@ bool ZEFUIElement::setChildProperties(const QString& property, const QPixmap& pi
 {
     if (!d->widget)
         return false;
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
     const QByteArray name = property.toLocal8Bit();
     const QList<QWidget*> found = d->widget->findChildren<QWidget*>();
     const QList<QPointer<QWidget>> widgets(found.cbegin(), found.cend());

@@ -10,6 +10,7 @@
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 

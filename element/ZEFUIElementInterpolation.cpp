@@ -3,14 +3,79 @@
 #include "ZEFUIElementPrivate.h"
 
 #include "debugOutput.h"
-#include "widgetLookup.h"
 
 #include <ZEFBase.h>
 #include <ZEFDictionary.h>
 #include <ZEFDictionaryList.h>
 #include <ZEFTranslatorCache.h>
 
+#include <QtCore/QEvent>
+#include <QtCore/QHash>
 #include <QtCore/QMetaProperty>
+
+#include <utility>
+
+//! The string properties of each class that one run of interpolate() meets, in the order of the meta-object.
+class StringProperties {
+public:
+    const QList<QMetaProperty>& of(const QMetaObject* meta);
+
+private:
+    QHash<const QMetaObject*, QList<QMetaProperty>> m_properties;
+};
+
+namespace {
+
+/*!
+ * The widgets below a host by name, found in one walk: a request may hold 100,000 keys. Slots may change
+ * the form between two keys; the walk is then made again.
+ */
+class WidgetsByName : public QObject {
+public:
+    explicit WidgetsByName(QWidget* host)
+        : m_host(host)
+    {
+    }
+
+    //! In Qt's child order, as widgetsNamed() finds them.
+    QList<QPointer<QWidget>> named(const QString& name)
+    {
+        if (!std::exchange(m_valid, true))
+            walk();
+        return m_widgets.value(name);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::ChildAdded || event->type() == QEvent::ChildRemoved
+            || event->type() == QEvent::ZOrderChange)
+            m_valid = false;
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void walk()
+    {
+        m_widgets.clear();
+        if (!m_host)
+            return;
+        m_host->installEventFilter(this);
+        for (QObject* object : m_host->findChildren<QObject*>()) {
+            object->installEventFilter(this);
+            if (auto* widget = qobject_cast<QWidget*>(object)) {
+                disconnect(widget, &QObject::objectNameChanged, this, nullptr);
+                connect(widget, &QObject::objectNameChanged, this, [this] { m_valid = false; });
+                m_widgets[widget->objectName()].append(widget);
+            }
+        }
+    }
+
+    QPointer<QWidget> m_host;
+    QHash<QString, QList<QPointer<QWidget>>> m_widgets;
+    bool m_valid = false;
+};
+
+} // namespace
 
 const QList<QMetaProperty>& StringProperties::of(const QMetaObject* meta)
 {
@@ -27,25 +92,31 @@ const QList<QMetaProperty>& StringProperties::of(const QMetaObject* meta)
 void ZEFUIElement::updateProperties(const ZEFDictionary& properties)
 {
     const QPointer<ZEFUIElement> self(this);
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    WidgetsByName widgetsByName(d->widget);
     for (const QString& key : properties.keys()) {
         const QByteArrayList pieces = key.toLatin1().split('_');
         if (pieces.size() < 2)
             continue;
-        const QString value = properties.getString(key);
-        const QList<QWidget*> found = widgetsNamed(d->widget, QString::fromLatin1(pieces.at(0)));
         // Writing a property runs the form's slots, which may delete widgets or the whole form.
-        const QList<QPointer<QWidget>> widgets(found.cbegin(), found.cend());
+        const QList<QPointer<QWidget>> widgets = widgetsByName.named(QString::fromLatin1(pieces.at(0)));
+        if (widgets.isEmpty())
+            continue;
+        const QString value = properties.getString(key);
         for (const QPointer<QWidget>& widget : widgets) {
             if (!widget)
                 continue;
             const int index = widget->metaObject()->indexOfProperty(pieces.at(1).constData());
             if (index < 0)
                 continue;
-            const QString name = widget->objectName();
+            QString name = widget->objectName();
             widget->metaObject()->property(index).write(widget, value);
+            // the name after the write: it may be the name that was written
+            if (widget)
+                name = widget->objectName();
             writeDebug(QStringLiteral("set property on %1.%2=%3")
                            .arg(name, QString::fromLatin1(pieces.at(1)), value));
-            if (!self)
+            if (!self || !d->widget)
                 return;
         }
     }
@@ -56,6 +127,7 @@ void ZEFUIElement::interpolate(const ZEFDictionaryList& dictionaries)
     if (!d->widget)
         return;
     const QPointer<ZEFUIElement> self(this);
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
     const QPointer<QWidget> host(d->widget);
     StringProperties stringProperties;
     d->interpolateWidget(this, host, dictionaries, stringProperties);
@@ -76,6 +148,7 @@ void ZEFUIElement::interpolateWidget(QWidget* widget, const ZEFDictionaryList& d
 {
     if (!widget)
         return;
+    const ZEFUIElementPrivate::DeletionGuard guard(this);
     StringProperties stringProperties;
     d->interpolateWidget(this, widget, dictionaries, stringProperties);
 }

@@ -1,4 +1,10 @@
 // The tree of elements, showing, closing and the end of an element.
+//
+// Who deletes the host, and when:
+// - at once: close(), destroy(), and Escape in a ZEFUIWidget;
+// - after 1 ms: a ZEFUIDialog that answered, and close() when Qt is closing or has closed the host already;
+// - at the tick, and 1 ms: whatever else is closing, which is how a closed ZEFUIWidget goes;
+// - postponed by 1 ms at a time while a DeletionGuard lives, whichever of the above asked for it.
 
 #include "ZEFUIElementPrivate.h"
 
@@ -11,6 +17,8 @@
 #include <ZEFUIWidget.h>
 
 #include <platform/ForegroundWindow.h>
+
+#include <QtCore/QScopeGuard>
 
 #include <chrono>
 #include <utility>
@@ -47,12 +55,14 @@ ZEFUIElementPrivate::DeletionGuard::~DeletionGuard()
         --get(m_element)->deletionGuards;
 }
 
-bool ZEFUIElementPrivate::postponeDeletion(ZEFUIElement* element)
+void ZEFUIElementPrivate::deleteHost(ZEFUIElement* element, bool later)
 {
-    if (deletionGuards == 0)
-        return false;
-    QTimer::singleShot(1ms, element, &ZEFUIElement::destroy);
-    return true;
+    if (beingDeleted)
+        return;
+    if (later || deletionGuards > 0)
+        QTimer::singleShot(1ms, element, &ZEFUIElement::destroy);
+    else
+        delete widget;
 }
 
 ZEFUIElement::~ZEFUIElement()
@@ -63,7 +73,6 @@ ZEFUIElement::~ZEFUIElement()
     for (ZEFUIElement* child : std::as_const(d->childElements))
         children.append(child);
     for (const QPointer<ZEFUIElement>& child : std::as_const(children)) {
-        // in a ring of elements one is already on its way out
         if (child && !child->d->beingDeleted)
             delete child;
     }
@@ -135,21 +144,34 @@ void ZEFUIElement::setCloseSelection(int selection)
 
 void ZEFUIElement::close()
 {
-    if (!d->widget)
+    // a receiver of closing() that closes in turn would never come to an end
+    if (!d->widget || d->inClose)
         return;
     const QPointer<ZEFUIElement> self(this);
+    d->inClose = true;
+    const auto leave = qScopeGuard([self] {
+        if (self)
+            self->d->inClose = false;
+    });
+    const bool wasClosing = d->closing;
+    const int closeEventsBefore = d->closeEvents;
     d->widget->close();
     if (!self)
         return;
+    // Qt delivers no close event while it is closing or hiding the host, nor after a dialog was accepted
+    // or rejected. Nobody would answer then, and Qt may still work with the host further up the stack.
+    const bool unheard = d->answer && d->closeEvents == closeEventsBefore;
     setClosing(true);
-    if (self && !d->postponeDeletion(this))
-        delete d->widget;
+    if (self && unheard && !wasClosing)
+        d->answer();
+    if (self && d->widget)
+        d->deleteHost(this, unheard);
 }
 
 void ZEFUIElement::destroy()
 {
-    if (d->widget && !d->postponeDeletion(this))
-        delete d->widget;
+    if (d->widget)
+        d->deleteHost(this, false);
 }
 
 void ZEFUIElement::widgetDestroyed()
@@ -168,7 +190,10 @@ bool ZEFUIElement::bringToFront(bool)
         return false;
     if (!d->widget->isVisible()) {
         const QPointer<ZEFUIElement> self(this);
-        d->widget->show();
+        {
+            const ZEFUIElementPrivate::DeletionGuard guard(this);
+            d->widget->show();
+        }
         if (!self || !d->widget)
             return false;
     }
@@ -191,9 +216,12 @@ void ZEFUIElement::housekeeping()
     }
     if (d->geometryPending && d->mayRaise) {
         const QPointer<ZEFUIElement> self(this);
+        const ZEFUIElementPrivate::DeletionGuard guard(this);
         d->widget->resize(d->savedSize);
-        d->widget->move(d->savedPosition);
-        activateAndRaise();
+        if (self && d->widget)
+            d->widget->move(d->savedPosition);
+        if (self && d->widget)
+            activateAndRaise();
         if (self)
             d->geometryPending = false;
         return;

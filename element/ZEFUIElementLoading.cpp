@@ -17,6 +17,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <chrono>
+#include <memory>
 
 using namespace std::chrono_literals;
 
@@ -182,14 +183,19 @@ void ZEFUIElement::setFormPath(const QString& name)
         return;
     const QPointer<ZEFUIElement> self(this);
 
-    if (QLayout* layout = d->widget->layout()) {
+    // The old form's end may have loaded another form in here: the last name asked for stays the only one.
+    while (const QPointer<QLayout> layout = d->widget->layout()) {
         const std::unique_ptr<QLayoutItem> item(layout->takeAt(0));
         const QPointer<QWidget> oldForm(item ? item->widget() : nullptr);
         connectWidgetTree(false, oldForm);
+        if (!self)
+            return;
+        d->loaded = false;
         delete oldForm;
         if (!self || !d->widget)
             return;
-        delete d->widget->layout();
+        delete layout;
+        d->loaded = false;
     }
 
     d->formName.clear();
@@ -204,7 +210,9 @@ void ZEFUIElement::setFormPath(const QString& name)
         writeDebug(QStringLiteral("Could not open file %1 for reading").arg(d->formPath));
         return;
     }
-    QWidget* form = loader.load(&file, d->widget);
+    const QPointer<QWidget> form(loader.load(&file, d->widget));
+    if (!self || !d->widget)
+        return;
     if (!form) {
         writeDebug(QStringLiteral("Could not load UI file: %1").arg(d->formPath));
         return;
@@ -215,6 +223,9 @@ void ZEFUIElement::setFormPath(const QString& name)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(form);
     connectWidgetTree(true, form);
+    // A slot that a style sheet set off may have closed the host, or loaded another form.
+    if (!self || !form)
+        return;
     d->loaded = true;
     d->formName = QFileInfo(name).baseName();
     form->setLocale(QLocale(d->locale));
@@ -239,7 +250,7 @@ void ZEFUIElement::setWidgetStyleSheet(QWidget* widget, const QString& name)
 
 void ZEFUIElement::setStyleSheetPath(const QString& path)
 {
-    // The sheet is neither read nor applied, unlike in setWidgetStyleSheet(): its text would only be
-    // thrown away. Only the path is kept, whether or not there is such a file.
+    // The sheet is not applied, unlike in setWidgetStyleSheet(), so there is no use in reading it; and a
+    // path may name something that never ends, so it is not even opened. Only the path is kept.
     d->styleSheetPath = path;
 }

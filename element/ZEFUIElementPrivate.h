@@ -2,23 +2,16 @@
 
 #include <ZEFUIElement.h>
 
-#include <QtCore/QHash>
 #include <QtCore/QMap>
-#include <QtCore/QMetaProperty>
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
 #include <QtCore/QSize>
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
-//! The string properties of each class that one run of interpolate() meets, in the order of the meta-object.
-class StringProperties {
-public:
-    const QList<QMetaProperty>& of(const QMetaObject* meta);
+#include <functional>
 
-private:
-    QHash<const QMetaObject*, QList<QMetaProperty>> m_properties;
-};
+class StringProperties;
 
 /*!
  * The state of a ZEFUIElement. The element owns the context; the widget and the delegate belong to others and
@@ -28,12 +21,13 @@ class ZEFUIElementPrivate {
 public:
     ZEFUIElementPrivate(QWidget* widget, ZEFUIElement* parentElement);
 
-    //! For tests of states that no operation of the library sets.
+    //! For the hosts, and for tests of states that no operation of the library sets.
     static ZEFUIElementPrivate* get(const ZEFUIElement* element) { return element->d.get(); }
 
     /*!
-     * Keeps close() and destroy() from deleting the host while a guard lives: Qt goes on working with
-     * a widget after its show and hide events, so the host holds one while it emits from there.
+     * Keeps close() and destroy() from deleting the host while a guard lives. One is held wherever Qt goes
+     * on working with a widget after code of others ran: in the host's own events, and in every operation
+     * that shows, hides, enables, focuses or writes to a widget, whose slots may close the form.
      */
     class DeletionGuard {
     public:
@@ -50,8 +44,8 @@ public:
     void interpolateWidget(ZEFUIElement* element, QWidget* target, const ZEFDictionaryList& dictionaries,
                            StringProperties& stringProperties);
 
-    //! Whether the host must not be deleted right now; then it is deleted as soon as events run again.
-    bool postponeDeletion(ZEFUIElement* element);
+    //! Deletes the host, or has destroy() called in a millisecond while it must not be deleted.
+    void deleteHost(ZEFUIElement* element, bool later);
 
     QPointer<QObject> delegate;
     QString formPath;
@@ -65,8 +59,14 @@ public:
     bool geometryPending = false;
     bool mayRaise = true;
     bool secondary = false;
+    //! Set by the destructor: in a ring of elements a child must not delete its parent once more.
     bool beingDeleted = false;
     int deletionGuards = 0;
+    //! Answers the client unless that has been done; set by the hosts, empty around a plain widget.
+    std::function<void()> answer;
+    //! How many close events the host has received: close() sees by it whether Qt delivered one.
+    int closeEvents = 0;
+    bool inClose = false;
     ZEFPipeFacilityInvocationContext* context = nullptr;
     QTimer housekeepingTimer;
     long clientPID = 0;

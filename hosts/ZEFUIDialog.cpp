@@ -11,6 +11,7 @@
 #include <QtWidgets/QLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -32,6 +33,7 @@ ZEFUIDialog::ZEFUIDialog(const QString& form, const QString& locale, QWidget* pa
 {
     writeDebug(u"formpath in ZEFUIDialog is " + form);
     m_element = new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), form, locale, context, 0);
+    ZEFUIElementPrivate::get(m_element)->answer = [this] { respond(); };
     setWindowModality(parent ? Qt::WindowModal : Qt::NonModal);
 }
 
@@ -39,6 +41,7 @@ ZEFUIDialog::ZEFUIDialog(QDialog* parent, Qt::WindowFlags flags, ZEFPipeFacility
     : QDialog(parent, flags)
     , m_element(new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), context, 0))
 {
+    ZEFUIElementPrivate::get(m_element)->answer = [this] { respond(); };
 }
 
 ZEFUIDialog::~ZEFUIDialog()
@@ -66,8 +69,16 @@ ZEFUIElement* ZEFUIDialog::element() const
 void ZEFUIDialog::setFixedSize(bool fixed)
 {
     // Not SetDefaultConstraint: a dialog that is not fixed may shrink below its form's minimum size.
-    if (QLayout* formLayout = layout())
-        formLayout->setSizeConstraint(fixed ? QLayout::SetFixedSize : QLayout::SetNoConstraint);
+    QLayout* formLayout = layout();
+    if (!formLayout)
+        return;
+    const bool wasFixed = std::exchange(m_fixed, fixed);
+    formLayout->setSizeConstraint(fixed ? QLayout::SetFixedSize : QLayout::SetNoConstraint);
+    if (wasFixed && !fixed) {
+        // the layout leaves behind what it had fixed
+        setMinimumSize(0, 0);
+        setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    }
 }
 
 void ZEFUIDialog::enableCloseOnEscape(bool enable)
@@ -89,11 +100,16 @@ void ZEFUIDialog::rootClosed()
 void ZEFUIDialog::closeEvent(QCloseEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
-    QDialog::closeEvent(e);
-    if (!self || !m_element || m_element->isClosing())
-        return;
-    e->accept();
-    m_element->setClosing(true);
+    {
+        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        if (m_element)
+            ++ZEFUIElementPrivate::get(m_element)->closeEvents;
+        QDialog::closeEvent(e);
+        if (!self || !m_element || m_element->isClosing())
+            return;
+        e->accept();
+        m_element->setClosing(true);
+    }
     if (self)
         respond();
 }
@@ -115,11 +131,14 @@ void ZEFUIDialog::keyPressEvent(QKeyEvent* e)
     Q_EMIT dialog_key_pressed(key);
     if (!self)
         return;
-    QDialog::keyPressEvent(e);
-    if (!self || !m_element || !m_closeOnEscape || key != Qt::Key_Escape)
-        return;
-    // The closing flag is not asked: an element that was marked closing without an answer still answers.
-    m_element->setClosing(true);
+    {
+        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        QDialog::keyPressEvent(e);
+        if (!self || !m_element || !m_closeOnEscape || key != Qt::Key_Escape)
+            return;
+        // The closing flag is not asked: an element that was marked closing without an answer still answers.
+        m_element->setClosing(true);
+    }
     if (self)
         respond();
 }

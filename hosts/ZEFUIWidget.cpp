@@ -2,6 +2,8 @@
 
 #include <ZEFUIElement.h>
 
+#include <element/ZEFUIElementPrivate.h>
+
 #include <QtGui/QKeyEvent>
 
 ZEFUIWidget::ZEFUIWidget(const QString& form, const QString& locale, QWidget* parent, Qt::WindowFlags flags,
@@ -9,12 +11,14 @@ ZEFUIWidget::ZEFUIWidget(const QString& form, const QString& locale, QWidget* pa
     : QWidget(parent, flags)
     , m_element(new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), form, locale, context, 0))
 {
+    ZEFUIElementPrivate::get(m_element)->answer = [this] { respond(); };
 }
 
 ZEFUIWidget::ZEFUIWidget(QWidget* parent, Qt::WindowFlags flags, ZEFPipeFacilityInvocationContext* context)
     : QWidget(parent, flags)
     , m_element(new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), context, 0))
 {
+    ZEFUIElementPrivate::get(m_element)->answer = [this] { respond(); };
 }
 
 ZEFUIWidget::~ZEFUIWidget()
@@ -49,10 +53,16 @@ void ZEFUIWidget::rootClosed()
 void ZEFUIWidget::closeEvent(QCloseEvent* e)
 {
     QWidget::closeEvent(e);
-    if (!m_element || m_element->isClosing())
+    if (!m_element)
+        return;
+    ++ZEFUIElementPrivate::get(m_element)->closeEvents;
+    if (m_element->isClosing())
         return;
     const QPointer<ZEFUIWidget> self(this);
-    m_element->setClosing(true);
+    {
+        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        m_element->setClosing(true);
+    }
     // the element's next tick destroys this host
     if (self)
         respond();
@@ -64,11 +74,14 @@ void ZEFUIWidget::keyPressEvent(QKeyEvent* e)
         return;
     const bool escape = e->key() == Qt::Key_Escape;
     const QPointer<ZEFUIWidget> self(this);
-    QWidget::keyPressEvent(e);
-    if (!escape || !self || !m_element)
-        return;
-    // The closing flag is not asked: an element that was marked closing without an answer still answers.
-    m_element->setClosing(true);
+    {
+        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        QWidget::keyPressEvent(e);
+        if (!escape || !self || !m_element)
+            return;
+        // The closing flag is not asked: an element that was marked closing without an answer still answers.
+        m_element->setClosing(true);
+    }
     if (self)
         respond();
     if (self && m_element)

@@ -13,12 +13,13 @@ class ZEFUIElement;
  *
  * However the form is closed (by the window system, Escape, a widget named "close", close() or the
  * element's close()), respondClosed() is emitted at most once, and the dialog deletes itself a
- * millisecond later. Enter and Return go to the first visible default ZEFCommandLinkButton, if
- * there is one. A dialog that is hidden without being closed is shown again by the element's next
- * tick, also one that Escape hid while enableCloseOnEscape() is off.
+ * millisecond later; the element's close() deletes it at once. Enter and Return go to the first visible
+ * default ZEFCommandLinkButton, if there is one. A dialog that is hidden without being closed is shown again
+ * by the element's next tick, also one that Escape hid while enableCloseOnEscape() is off.
  *
- * Receivers of dialog_show() and dialog_hide() run in the middle of Qt's own showing and hiding: they
- * may call the element's close() or deleteLater(), but must not delete the dialog themselves.
+ * Receivers of dialog_show() and dialog_hide(), and of rejected(), accepted() and finished(), run in the
+ * middle of Qt's own showing, hiding and closing: they may call the element's close() or deleteLater(),
+ * but must not delete the dialog themselves.
  */
 class ZEFUI_EXPORT ZEFUIDialog : public QDialog {
     Q_OBJECT
@@ -30,7 +31,8 @@ public:
      */
     ZEFUIDialog(const QString& form, const QString& locale, QWidget* parent, Qt::WindowFlags flags,
                 ZEFPipeFacilityInvocationContext* context);
-    //! A host without a form yet; unlike the widget host it wants a dialog as parent and stays on top.
+    //! A host without a form yet; unlike the widget host it wants a dialog as parent and stays on top. Takes
+    //! over \a context.
     explicit ZEFUIDialog(QDialog* parent = nullptr, Qt::WindowFlags flags = Qt::WindowStaysOnTopHint,
                          ZEFPipeFacilityInvocationContext* context = nullptr);
     //! Deletes the element, and with it the context.
@@ -38,7 +40,8 @@ public:
 
     /*!
      * A dialog of fixed size with the form loaded, or null. When the form cannot be loaded the empty
-     * dialog is kept all the same: it appears about 100 ms later and lives until the user closes it.
+     * dialog is kept all the same: it appears about 100 ms later and lives until the user closes it. The
+     * context is null until the caller sets one on the element.
      */
     static ZEFUIDialog* create(const QString& form, const QString& locale, QWidget* parent,
                                Qt::WindowFlags flags);
@@ -48,7 +51,8 @@ public:
 
     /*!
      * Ties the dialog's size to its form's size hint, or frees it from every constraint, the form's
-     * minimum size included. Does nothing before a form is loaded.
+     * minimum size included. Does nothing before a form is loaded, and a form loaded later is not fixed:
+     * call setFixedSize(true) again.
      */
     void setFixedSize(bool fixed);
     using QDialog::setFixedSize;
@@ -88,5 +92,6 @@ private:
 
     QPointer<ZEFUIElement> m_element;
     bool m_closeOnEscape = true;
+    bool m_fixed = false;
     bool m_responded = false;
 };

@@ -40,7 +40,10 @@ class ZEFUIWidget;
  * Lifetime: the host owns its element and deletes it in its destructor. The element never deletes
  * the form widget; it deletes its host only in close() and destroy(). Every signal of an element or a
  * host, and every delegate method, may close or delete the form: treat the element as gone after
- * any call that emits, unless a QPointer says otherwise.
+ * any call that emits, unless a QPointer says otherwise. A slot of a form widget's own signal
+ * (editingFinished, say) may run in the middle of Qt's work with that widget, also while one of the
+ * operations below hides, disables or writes to it: it may call the element's close(), but must not
+ * delete the host directly, nor call setFormPath() except from a click.
  *
  * Threads: everything runs on the GUI thread. Nothing here throws; what goes wrong is logged and the
  * call returns. An element that has lost its widget (after setClosing(false), or because the widget
@@ -65,7 +68,10 @@ public:
     ZEFUIElement(QWidget* widget, ZEFUIElement* parentElement, const QString& formName, const QString& locale,
                  ZEFPipeFacilityInvocationContext* context, long clientPID);
 
-    //! As above, but without a form and without a locale: setFormPath() loads one later.
+    /*!
+     * As above, but without a form and without a locale: setFormPath() loads one later. Takes over
+     * \a context as well.
+     */
     ZEFUIElement(QWidget* widget, ZEFUIElement* parentElement, ZEFPipeFacilityInvocationContext* context,
                  long clientPID);
 
@@ -78,8 +84,10 @@ public:
     QObject* delegate() const;
     /*!
      * Replaces the delegate and connects the form's widgets to its like-named signals and slots
-     * (makeOrBreakConnections()). Connections made for an earlier delegate stay. \a delegate is not
-     * owned, may be null and may die at any time.
+     * (makeOrBreakConnections()). Connections made for an earlier delegate stay, so the same delegate set
+     * twice gets each direct click twice; a form loaded afterwards gets no direct connections. Clicks
+     * that are dispatched by name are not concerned. \a delegate is not owned, may be null and may die
+     * at any time.
      */
     void setDelegate(QObject* delegate);
 
@@ -105,6 +113,11 @@ public:
      *
      * The previous form is deleted first, also when the new one cannot be loaded. All widgets below
      * the host are wired and styled, those of child hosts parented to it included.
+     *
+     * The library log has the name and the locale of every load, the form's custom widgets and the style
+     * sheets that were found. On failure Qt's debug output says "Could not open file ... for reading",
+     * or "Could not load UI file: ..." when the file holds no form, with the path that was tried last;
+     * loaded() stays false.
      */
     void setFormPath(const QString& name);
     //! The resource path that setFormPath() chose last, also when that form could not be loaded.
@@ -129,9 +142,10 @@ public:
     // Filling the form
 
     /*!
-     * Writes values into widgets. A key is <objectName>_<property>; pieces after a second underscore
-     * are ignored; a key without an underscore is skipped. All widgets of that name are written, the
-     * value converted to the property's type. Unknown names are skipped.
+     * Writes values into widgets. A key is <objectName>_<property>, read as Latin-1; pieces after a second
+     * underscore are ignored; a key without an underscore is skipped. All widgets of that name are
+     * written, the value converted to the property's type. Unknown names are skipped. Each write leaves
+     * a line in Qt's debug output, with the object name that the widget has after it.
      */
     void updateProperties(const ZEFDictionary& properties);
     /*!
@@ -140,7 +154,9 @@ public:
      * the template behind each text that it wrote is remembered while the element lives, and the
      * map of templates only grows.
      *
-     * All string properties take part, objectName and styleSheet included.
+     * All string properties take part, objectName and styleSheet included. A text that equals one it
+     * wrote counts as that one, wherever it stands; after an empty value this holds for every empty
+     * text. A placeholder that no dictionary holds any more leaves the text of the earlier run.
      */
     void interpolate(const ZEFDictionaryList& dictionaries);
     //! The same for one widget; a null \a widget is ignored.
@@ -201,8 +217,13 @@ public:
     /*!
      * Calls the delegate's method <objectName of sender>_<signal> with the context and the values of
      * the properties that its parameter names ask for: a QVariant parameter nameEdit_text receives
-     * the text of the widget nameEdit. Up to nine values. The method may delete the form. A delegate in
-     * another thread is called from that thread's event loop; the form and its context may be gone by then.
+     * the text of the widget nameEdit, of the last one if there are several. Up to nine values; with
+     * more the method is not called. The method may delete the form. A delegate in another thread is
+     * called from that thread's event loop; the form and its context may be gone by then.
+     *
+     * Qt's debug output has each value that was read, a method that the delegate does not have, and a
+     * widget or property that does not exist; the method is not called then. A parameter name without
+     * exactly one underscore adds no value: the call has one value too few, and Qt finds no method for it.
      */
     void dispatch(QObject* sender, const char* signal);
     //! The index of the delegate's first method called \a name; -1 without one or without a delegate.
@@ -214,7 +235,11 @@ public:
      * leaves the connections in place.
      */
     void makeOrBreakConnections(bool make);
-    //! Connects the slots on_<object>_<signal> of \a receiver to the objects of the form.
+    /*!
+     * Connects the slots on_<object>_<signal> of \a receiver to the objects of the form. Only slots that
+     * the receiver's own class declares count, not inherited ones; of several objects that fit the first
+     * wins. A slot without a match leaves a line in Qt's debug output. A second call connects a second time.
+     */
     void connectSlotsByName(QObject* receiver);
 
     // The tree of forms
@@ -240,9 +265,10 @@ public:
     int closeSelection() const;
     void setCloseSelection(int selection);
     /*!
-     * Closes the host, which answers the client, and deletes it and with it this element. Nothing of
-     * the form may be touched afterwards. In the middle of the host's show or hide event the deletion
-     * waits until the event is over.
+     * Closes the host, which answers the client, and deletes it at once and with it this element. Nothing
+     * of the form may be touched afterwards. When Qt is closing, hiding or showing the host at that
+     * moment, or has closed it already, or while an operation of this class writes to the form, the
+     * client is answered just as well, and the deletion waits for about a millisecond.
      */
     void close();
     //! bringToFront(true)
@@ -260,6 +286,8 @@ public Q_SLOTS:
     void destroy();
     //! Forgets the host.
     void widgetDestroyed();
+    //! Makes the host the active window and raises it; logs the element's address. The tick calls it when it
+    //! restores a geometry.
     void activateAndRaise();
 
 Q_SIGNALS:

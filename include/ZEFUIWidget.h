@@ -13,8 +13,8 @@ class ZEFUIElement;
  *
  * However the form is closed (by the window system, Escape, a widget named "close", close() or the
  * element's close()), respondClosed() is emitted at most once, and the window deletes itself:
- * at once after Escape, else at the next tick of its element, at most about 100 ms later. A window
- * that is hidden without being closed is shown again by the next tick.
+ * at once after Escape and in the element's close(), else at the next tick of its element, at most
+ * about 100 ms later. A window that is hidden without being closed is shown again by the next tick.
  *
  * With another host as \a parent the form becomes that form's child: the parent deletes it. A class
  * derived from this one is not recognised as a host by the element's lookups.
@@ -26,7 +26,7 @@ public:
     //! Loads the form at once; element()->loaded() says whether it worked. Takes over \a context.
     ZEFUIWidget(const QString& form, const QString& locale, QWidget* parent, Qt::WindowFlags flags,
                 ZEFPipeFacilityInvocationContext* context);
-    //! A host without a form yet.
+    //! A host without a form yet. Takes over \a context.
     explicit ZEFUIWidget(QWidget* parent = nullptr, Qt::WindowFlags flags = Qt::Widget,
                          ZEFPipeFacilityInvocationContext* context = nullptr);
     //! Deletes the element, and with it the context.
@@ -34,7 +34,8 @@ public:
 
     /*!
      * A host with the form loaded, or null. When the form cannot be loaded the empty host is kept all
-     * the same: it appears about 100 ms later and lives until the user closes it.
+     * the same: it appears about 100 ms later and lives until the user closes it. The context is null
+     * until the caller sets one on the element.
      */
     static ZEFUIWidget* create(const QString& form, const QString& locale, QWidget* parent,
                                Qt::WindowFlags flags);

@@ -1,5 +1,6 @@
 #include "ElementTest.h"
 
+#include <ZEFCommandLinkButton.h>
 #include <ZEFDictionary.h>
 #include <ZEFDictionaryList.h>
 
@@ -52,6 +53,7 @@ private Q_SLOTS:
     void backgroundIsStretched();
     void pixmapPropertiesAllOfThem();
     void iconPropertyOnlyTheFirst();
+    void pixmapAndIconPropertiesMixed();
     void nothingAfterForgettingTheWidget();
     void nothingIsWrittenToTheLogs();
 };
@@ -326,6 +328,20 @@ void TestZEFUIElementChildren::iconPropertyOnlyTheFirst()
     QVERIFY(element()->setChildProperties(u"windowIcon"_s, pixmap, QString()));
     QVERIFY(!child(u"picturesForm"_s)->windowIcon().isNull());
     QVERIFY(!child<QLabel>(u"one"_s)->testAttribute(Qt::WA_SetWindowIcon));
+}
+
+void TestZEFUIElementChildren::pixmapAndIconPropertiesMixed()
+{
+    show(u"labels"_s);
+    ZEFCommandLinkButton first(m_host.get()); // its icon is a pixmap
+    QPushButton push(m_host.get());
+    ZEFCommandLinkButton last(m_host.get());
+    QPixmap pixmap(3, 3);
+    pixmap.fill(Qt::green);
+    QVERIFY(element()->setChildProperties(u"icon"_s, pixmap, QString()));
+    QCOMPARE(first.icon().size(), QSize(3, 3));
+    QVERIFY(!push.icon().isNull());
+    QVERIFY(last.icon().isNull());
 }
 
 void TestZEFUIElementChildren::nothingAfterForgettingTheWidget()

@@ -33,6 +33,7 @@ public Q_SLOTS:
         calls << u"agree "_s + nameEdit_text.toString() + u' ' + agree_checked.toString();
     }
     void _clicked(ZEFPipeFacilityInvocationContext*) { calls << u"nameless"_s; }
+    void askNameless_clicked(ZEFPipeFacilityInvocationContext*, QVariant _text) { calls << _text.toString(); }
     void threePieces_clicked(ZEFPipeFacilityInvocationContext*, QVariant nameEdit_text_raw)
     {
         calls << u"never "_s + nameEdit_text_raw.toString();
@@ -122,6 +123,13 @@ public Q_SLOTS:
     void On_okButton_clicked() { calls << u"never"_s; }
 };
 
+class UnderscoreSlots : public QObject {
+    Q_OBJECT
+
+public Q_SLOTS:
+    void on_under_score_clicked() { calls << u"under_score"_s; }
+};
+
 class DerivedSlots : public NamedSlots {
     Q_OBJECT
 
@@ -192,7 +200,9 @@ private Q_SLOTS:
     void aWidgetNamedDeleteLaterDeletesTheDelegate();
     void connectSlotsByName();
     void connectSlotsByNameIgnoresInheritedSlots();
+    void connectSlotsByNameTriesTheNextCandidate();
     void connectSlotsByNameWithNulls();
+    void reloadWiresChildHostsToo();
     void delegateMayReloadTheFormFromAClick();
 };
 
@@ -420,8 +430,6 @@ void TestZEFUIElementDispatch::delegateInAnotherThread()
 
 void TestZEFUIElementDispatch::emptyWidgetNameMeansNamelessWidgets()
 {
-    class : public QObject {
-    } object;
     // A parameter "_text" asks for the text of widgets without a name, not of all widgets.
     m_host = std::make_unique<ZEFUIWidget>(u"labels"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
     auto* nameless = new QLabel(u"nameless"_s, m_host.get());
@@ -429,6 +437,11 @@ void TestZEFUIElementDispatch::emptyWidgetNameMeansNamelessWidgets()
     named->setObjectName(u"named"_s);
     QCOMPARE(element()->childProperty(QString(), u"text"_s), QVariant(u"nameless"_s));
     QCOMPARE(element()->childProperty(u""_s, u"text"_s), QVariant(nameless->text()));
+    Delegate delegate;
+    element()->setDelegate(&delegate);
+    element()->dispatch(sender(u"askNameless"_s).get(), "clicked");
+    QCOMPARE(calls, QStringList(u"nameless"_s));
+    TestLog::takeAll();
 }
 
 void TestZEFUIElementDispatch::findMethod()
@@ -600,6 +613,38 @@ void TestZEFUIElementDispatch::connectSlotsByNameWithNulls()
     element()->connectSlotsByName(&receiver);
     QVERIFY(TestLog::takeAll().contains(
         u"debug: QMetaObject::connectSlotsByName: No matching signal for on_nobody_clicked()"_s));
+}
+
+void TestZEFUIElementDispatch::connectSlotsByNameTriesTheNextCandidate()
+{
+    ZEFUIWidget host;
+    auto* under = new QPushButton(&host);
+    under->setObjectName(u"under"_s);
+    auto* underScore = new QPushButton(&host);
+    underScore->setObjectName(u"under_score"_s);
+    UnderscoreSlots receiver;
+    TestLog::takeAll();
+    host.element()->connectSlotsByName(&receiver);
+    QCOMPARE(TestLog::takeAll(), QStringList());
+    // "under" fits the slot's name too, but has no signal score_clicked()
+    under->click();
+    QCOMPARE(calls, QStringList());
+    underScore->click();
+    QCOMPARE(calls, QStringList(u"under_score"_s));
+}
+
+void TestZEFUIElementDispatch::reloadWiresChildHostsToo()
+{
+    ZEFUIWidget parent;
+    Delegate delegate;
+    parent.element()->setDelegate(&delegate);
+    auto* inner = new ZEFUIWidget(u"names"_s, u"en"_s, &parent, Qt::Window, nullptr);
+    inner->findChild<QPushButton*>(u"okButton"_s)->click();
+    QCOMPARE(calls, QStringList());
+    // every widget below the host is wired, those of a child host included
+    parent.element()->setFormPath(u"labels"_s);
+    inner->findChild<QPushButton*>(u"okButton"_s)->click();
+    QCOMPARE(calls, QStringList(u"ok 0"_s));
 }
 
 class ReloadingDelegate : public QObject {

@@ -51,10 +51,18 @@ private Q_SLOTS:
     void updateLinesAreData();
     void updateReportsRefusedWrites();
     void updateEmptyNameMeansNamelessWidgets();
+    void updateNamesAreLatin1();
+    void updateOfTheObjectName();
+    void updateSeesWidgetsThatSlotsMake();
+    void updateWithManyUnknownNames();
     void updateSurvivesASlotThatDeletesTheHost();
     void fillsPlaceholders();
     void secondRunStartsFromTheTemplates();
     void untouchedTextsLeaveNoLine();
+    void missingValuesLeaveTheEarlierText();
+    void translationAloneIsNotWritten();
+    void translatorIsLookedUpOnEachRun();
+    void sameResultKeepsTheLaterTemplate();
     void hostComesFirst();
     void propertiesInMetaObjectOrder();
     void translatesTemplatesAndValues();
@@ -161,6 +169,65 @@ void TestZEFUIElementInterpolation::updateEmptyNameMeansNamelessWidgets()
     QVERIFY(TestLog::takeAll().contains(u"debug: set property on .toolTip=x"_s));
 }
 
+void TestZEFUIElementInterpolation::updateNamesAreLatin1()
+{
+    show(u"names"_s);
+    auto* button = m_host->findChild<QPushButton*>(u"okButton"_s);
+    button->setObjectName(u"gr\u00fcn"_s);
+    element()->updateProperties({{u"gr\u00fcn_text"_s, u"\u20ac"_s}});
+    QCOMPARE(button->text(), u"\u20ac"_s);
+    QCOMPARE(TestLog::takeAll(), QStringList(u"debug: set property on gr\u00fcn.text=\u20ac"_s));
+}
+
+void TestZEFUIElementInterpolation::updateOfTheObjectName()
+{
+    show(u"names"_s);
+    auto* button = m_host->findChild<QPushButton*>(u"okButton"_s);
+    element()->updateProperties({{u"okButton_text"_s, u"first"_s},
+                                 {u"okButton_objectName"_s, u"renamed"_s},
+                                 {u"okButton_toolTip"_s, u"never"_s},
+                                 {u"renamed_text"_s, u"second"_s}});
+    QCOMPARE(button->text(), u"second"_s);
+    QCOMPARE(button->toolTip(), QString());
+    // the line is written after the write, with the name that the widget has then
+    QCOMPARE(TestLog::takeAll(),
+             QStringList({u"debug: set property on okButton.text=first"_s,
+                          u"debug: set property on renamed.objectName=renamed"_s,
+                          u"debug: set property on renamed.text=second"_s}));
+}
+
+void TestZEFUIElementInterpolation::updateSeesWidgetsThatSlotsMake()
+{
+    show(u"names"_s);
+    auto* edit = m_host->findChild<QLineEdit*>(u"nameEdit"_s);
+    connect(edit, &QLineEdit::textChanged, this,
+            [&] { (new QLabel(edit->parentWidget()))->setObjectName(u"fresh"_s); });
+    connect(m_host->findChild<QAbstractButton*>(u"agree"_s), &QAbstractButton::toggled, this,
+            [&] { delete m_host->findChild<QPushButton*>(u"okButton"_s); });
+    element()->updateProperties({{u"nameEdit_text"_s, u"x"_s},
+                                 {u"fresh_text"_s, u"made"_s},
+                                 {u"agree_checked"_s, u"true"_s},
+                                 {u"okButton_text"_s, u"gone"_s}});
+    QCOMPARE(text(u"fresh"_s), u"made"_s);
+    QCOMPARE(
+        TestLog::takeAll(),
+        QStringList({u"debug: set property on nameEdit.text=x"_s, u"debug: set property on nameEdit.text=x"_s,
+                     u"debug: set property on fresh.text=made"_s,
+                     u"debug: set property on agree.checked=true"_s}));
+}
+
+void TestZEFUIElementInterpolation::updateWithManyUnknownNames()
+{
+    show(u"names"_s);
+    ZEFDictionary many;
+    for (int i = 0; i < 50000; ++i)
+        many.setString(u"unknown%1_text"_s.arg(i), u"x"_s);
+    many.setString(u"okButton_text"_s, u"last"_s);
+    element()->updateProperties(many);
+    QCOMPARE(m_host->findChild<QPushButton*>(u"okButton"_s)->text(), u"last"_s);
+    QCOMPARE(TestLog::takeAll(), QStringList(u"debug: set property on okButton.text=last"_s));
+}
+
 void TestZEFUIElementInterpolation::updateSurvivesASlotThatDeletesTheHost()
 {
     show(u"names"_s);
@@ -215,6 +282,56 @@ void TestZEFUIElementInterpolation::untouchedTextsLeaveNoLine()
     QCOMPARE(TestLog::takeAll(), QStringList());
     QCOMPARE(text(u"both"_s), u"%{first} and %{second}"_s);
     QVERIFY(ZEFUIElementPrivate::get(element())->interpolationSources.isEmpty());
+}
+
+void TestZEFUIElementInterpolation::missingValuesLeaveTheEarlierText()
+{
+    show(u"templates"_s);
+    ZEFDictionary dictionary{{u"user"_s, u"Ann"_s}};
+    ZEFDictionaryList list;
+    list.append(&dictionary);
+    element()->interpolate(list);
+    TestLog::takeAll();
+    element()->interpolate(ZEFDictionaryList());
+    QCOMPARE(text(u"hello"_s), u"Hello Ann"_s);
+    QCOMPARE(TestLog::takeAll(), QStringList());
+}
+
+void TestZEFUIElementInterpolation::translationAloneIsNotWritten()
+{
+    show(u"templates"_s, u"de"_s);
+    element()->interpolate(ZEFDictionaryList());
+    // "OK" has a translation, but nothing is filled in: the result equals the translated text
+    QCOMPARE(m_host->findChild<QPushButton*>(u"okButton"_s)->text(), u"OK"_s);
+    QCOMPARE(TestLog::takeAll(), QStringList());
+}
+
+void TestZEFUIElementInterpolation::translatorIsLookedUpOnEachRun()
+{
+    show(u"templates"_s);
+    ZEFDictionary dictionary{{u"user"_s, u"Ann"_s}};
+    ZEFDictionaryList list;
+    list.append(&dictionary);
+    element()->setLocale(u"de"_s);
+    element()->interpolate(list);
+    QCOMPARE(text(u"hello"_s), u"Hallo Ann"_s);
+}
+
+void TestZEFUIElementInterpolation::sameResultKeepsTheLaterTemplate()
+{
+    show(u"templates"_s);
+    QLabel first(u"%{first}"_s, m_host.get());
+    QLabel second(u"%{second}"_s, m_host.get());
+    ZEFDictionary dictionary{{u"first"_s, u"same"_s}, {u"second"_s, u"same"_s}};
+    ZEFDictionaryList list;
+    list.append(&dictionary);
+    element()->interpolate(list);
+    QCOMPARE(ZEFUIElementPrivate::get(element())->interpolationSources.value(u"same"_s), u"%{second}"_s);
+    dictionary.setString(u"first"_s, u"1"_s);
+    dictionary.setString(u"second"_s, u"2"_s);
+    element()->interpolate(list);
+    QCOMPARE(first.text(), u"2"_s);
+    QCOMPARE(second.text(), u"2"_s);
 }
 
 void TestZEFUIElementInterpolation::hostComesFirst()

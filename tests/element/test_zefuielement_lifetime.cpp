@@ -1,9 +1,54 @@
 #include "ElementTest.h"
 
+#include <ZEFDictionary.h>
+#include <ZEFDictionaryList.h>
+
 #include <platform/ForegroundWindow.h>
 
 #include <QtCore/QElapsedTimer>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+
+//! A request that says when it goes.
+class SpeakingContext : public ZEFPipeFacilityInvocationContext {
+public:
+    explicit SpeakingContext(const QString& name)
+        : m_name(name)
+    {
+    }
+    ~SpeakingContext() override { qDebug().noquote() << m_name; }
+
+private:
+    QString m_name;
+};
+
+class OkDelegate : public QObject {
+    Q_OBJECT
+
+public Q_SLOTS:
+    void okButton() { }
+};
+
+//! A host that runs something when the tick resizes or moves it.
+class GeometryHost : public QWidget {
+    Q_OBJECT
+
+public:
+    std::function<void()> onResize;
+    std::function<void()> onMove;
+
+protected:
+    void resizeEvent(QResizeEvent*) override
+    {
+        if (onResize)
+            onResize();
+    }
+    void moveEvent(QMoveEvent*) override
+    {
+        if (onMove)
+            onMove();
+    }
+};
 
 class TestZEFUIElementLifetime : public ElementTest {
     Q_OBJECT
@@ -15,6 +60,7 @@ private Q_SLOTS:
     void nullAndSelfAreNoChildren();
     void deletingAParentDeletesItsChildren();
     void deletingAChildLeavesTheParentsList();
+    void destructorOrder();
     void foreignChildMayDieFirst();
     void removedChildOutlivesItsFormerParent();
     void childOfTwoParents();
@@ -30,14 +76,19 @@ private Q_SLOTS:
     void closeOfAFormlessHost();
     void closeOfAPlainWidget();
     void closeFromTheClosingSignal();
+    void slotOfAFormWidgetMayClose_data();
+    void slotOfAFormWidgetMayClose();
     void destroyTwice();
     void showShowsAHiddenHost();
     void tickShowsAHiddenHost();
     void tickDestroysAClosedHost();
     void tickAfterForgettingStops();
     void tickRestoresTheGeometry();
+    void geometryStepMayEndTheElement_data();
+    void geometryStepMayEndTheElement();
     void tickThatMayNotRaise();
     void activateAndRaiseWritesItsLine();
+    void activateAndRaiseActivates();
     void deletedInsideTheTick();
     void lookups();
     void lookupsWithNull();
@@ -109,6 +160,26 @@ void TestZEFUIElementLifetime::deletingAChildLeavesTheParentsList()
     auto child = std::make_unique<ZEFUIElement>(nullptr, &parent, nullptr, 0);
     child.reset();
     QCOMPARE(parent.childElementCount(), 0);
+}
+
+void TestZEFUIElementLifetime::destructorOrder()
+{
+    QWidget host;
+    OkDelegate delegate;
+    auto parent = std::make_unique<ZEFUIElement>(&host, nullptr, u"names"_s, u"en"_s,
+                                                 new SpeakingContext(u"parent"_s), 0);
+    auto* child = new ZEFUIElement(nullptr, parent.get(), new SpeakingContext(u"child"_s), 0);
+    new ZEFUIElement(nullptr, child, new SpeakingContext(u"grandchild"_s), 0);
+    parent->setDelegate(&delegate);
+    TestLog::takeAll();
+    parent.reset();
+    QStringList lines = TestLog::takeAll();
+    // the delegate's connections first, one line for each widget named like one of its members
+    const QString unbind = u"warning: QObject::disconnect: Use the SIGNAL macro to unbind "_s;
+    QVERIFY(lines.size() > 3);
+    while (lines.size() > 3)
+        QVERIFY2(lines.takeFirst().startsWith(unbind), "before the contexts");
+    QCOMPARE(lines, QStringList({u"debug: grandchild"_s, u"debug: child"_s, u"debug: parent"_s}));
 }
 
 void TestZEFUIElementLifetime::foreignChildMayDieFirst()
@@ -320,6 +391,72 @@ void TestZEFUIElementLifetime::closeFromTheClosingSignal()
     QVERIFY(!host);
 }
 
+void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose_data()
+{
+    QTest::addColumn<bool>("dialog");
+    QTest::addColumn<QString>("deed");
+    for (const bool dialog : {false, true}) {
+        for (const QString& deed : {u"hideChild"_s, u"enableChild"_s, u"showChild"_s, u"updateProperties"_s,
+                                    u"setChildProperty"_s, u"setChildFocus"_s, u"close"_s})
+            QTest::addRow("%s, %s", dialog ? "dialog" : "widget", qPrintable(deed)) << dialog << deed;
+    }
+}
+
+void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose()
+{
+    QFETCH(bool, dialog);
+    QFETCH(QString, deed);
+    int contexts = 0;
+    int answers = 0;
+    int finished = 0;
+    QPointer<QWidget> host;
+    if (dialog) {
+        auto* made =
+            new ZEFUIDialog(u"names"_s, u"en"_s, nullptr, Qt::Dialog, new CountingContext(&contexts));
+        connect(made, &ZEFUIDialog::respondClosed, this, [&] { ++answers; });
+        host = made;
+    } else {
+        auto* made =
+            new ZEFUIWidget(u"names"_s, u"en"_s, nullptr, Qt::Window, new CountingContext(&contexts));
+        connect(made, &ZEFUIWidget::respondClosed, this, [&] { ++answers; });
+        host = made;
+    }
+    const QPointer<ZEFUIElement> element(ZEFUIElement::elementFromQObject(host));
+    host->show();
+    host->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(host));
+    auto* edit = host->findChild<QLineEdit*>(u"nameEdit"_s);
+    edit->setFocus();
+    QTRY_VERIFY(edit->hasFocus());
+    QTest::keyClick(edit, Qt::Key_A);
+    connect(edit, &QLineEdit::editingFinished, this, [&] {
+        ++finished;
+        element->close();
+    });
+    ZEFDictionary dictionary{{u"key"_s, u"2"_s}};
+    ZEFDictionaryList list;
+    list.append(&dictionary);
+    if (deed == u"hideChild")
+        element->hideChild(u"nameEdit"_s);
+    else if (deed == u"enableChild")
+        element->enableChild(u"nameEdit"_s, false);
+    else if (deed == u"showChild")
+        element->showChild(u"nameEdit"_s, u"key"_s, &list);
+    else if (deed == u"updateProperties")
+        element->updateProperties({{u"nameEdit_visible"_s, u"false"_s}});
+    else if (deed == u"setChildProperty")
+        element->setChildProperty(u"nameEdit"_s, u"enabled"_s, false);
+    else if (deed == u"setChildFocus")
+        element->setChildFocus(u"count"_s);
+    else
+        host->close();
+    QTRY_VERIFY(!host);
+    QCOMPARE(finished, 1);
+    QCOMPARE(answers, 1);
+    QCOMPARE(contexts, 1);
+    TestLog::take(u"debug: set property on "_s);
+}
+
 void TestZEFUIElementLifetime::destroyTwice()
 {
     const QPointer<QWidget> host(new QWidget);
@@ -401,6 +538,44 @@ void TestZEFUIElementLifetime::tickRestoresTheGeometry()
     QVERIFY(!host.isVisible()); // that tick does nothing else
 }
 
+void TestZEFUIElementLifetime::geometryStepMayEndTheElement_data()
+{
+    QTest::addColumn<bool>("resize");
+    QTest::addColumn<bool>("host");
+    QTest::newRow("resize, element deleted") << true << false;
+    QTest::newRow("move, element deleted") << false << false;
+    QTest::newRow("resize, host forgotten") << true << true;
+    QTest::newRow("move, host forgotten") << false << true;
+}
+
+void TestZEFUIElementLifetime::geometryStepMayEndTheElement()
+{
+    QFETCH(bool, resize);
+    QFETCH(bool, host);
+    GeometryHost widget;
+    const QPointer<ZEFUIElement> element(new ZEFUIElement(&widget, nullptr, nullptr, 0));
+    widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&widget));
+    ZEFUIElementPrivate* d = ZEFUIElementPrivate::get(element);
+    d->savedPosition = widget.pos() + QPoint(30, 40);
+    d->savedSize = widget.size() + QSize(50, 60);
+    d->geometryPending = true;
+    const auto act = [&] {
+        if (host)
+            element->widgetDestroyed();
+        else
+            delete element;
+    };
+    (resize ? widget.onResize : widget.onMove) = act;
+    TestLog::takeAll();
+    element->housekeeping();
+    QCOMPARE(element.isNull(), !host);
+    QCOMPARE(TestLog::take(u"log: ZEFUIDialog Activate"_s), QStringList());
+    widget.onResize = nullptr;
+    widget.onMove = nullptr;
+    delete element;
+}
+
 void TestZEFUIElementLifetime::tickThatMayNotRaise()
 {
     QWidget host;
@@ -421,6 +596,24 @@ void TestZEFUIElementLifetime::activateAndRaiseWritesItsLine()
     QCOMPARE(TestLog::takeAll(),
              QStringList(u"log: ZEFUIDialog Activate and raise window "_s
                          + QString::number(reinterpret_cast<quintptr>(&element), 16)));
+}
+
+void TestZEFUIElementLifetime::activateAndRaiseActivates()
+{
+    QWidget host;
+    host.setGeometry(100, 100, 200, 100);
+    QWidget other;
+    other.setGeometry(400, 100, 200, 100);
+    ZEFUIElement element(&host, nullptr, nullptr, 0);
+    ZEFUIElementPrivate::get(&element)->housekeepingTimer.stop();
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(!host.isActiveWindow());
+    element.activateAndRaise();
+    QTRY_VERIFY(host.isActiveWindow());
 }
 
 void TestZEFUIElementLifetime::deletedInsideTheTick()
@@ -470,6 +663,10 @@ class DerivedDialog : public ZEFUIDialog {
     Q_OBJECT
 };
 
+class DerivedWidget : public ZEFUIWidget {
+    Q_OBJECT
+};
+
 void TestZEFUIElementLifetime::derivedHostIsNotRecognised()
 {
     DerivedDialog derived;
@@ -478,6 +675,13 @@ void TestZEFUIElementLifetime::derivedHostIsNotRecognised()
     const ZEFUIWidget child(&derived);
     QVERIFY(child.element());
     QCOMPARE(derived.element()->childElementCount(), 0);
+
+    DerivedWidget widget;
+    QVERIFY(!ZEFUIElement::elementFromQObject(&widget));
+    QVERIFY(!ZEFUIElement::elementFromChild(&widget));
+    QVERIFY(!ZEFUIElement::widgetFromChild(&widget));
+    const ZEFUIWidget inner(&widget);
+    QCOMPARE(widget.element()->childElementCount(), 0);
 }
 
 ZEF_TEST_MAIN(TestZEFUIElementLifetime)

@@ -21,15 +21,22 @@ private Q_SLOTS:
     void hostLayoutHasNoMargins();
     void secondFormReplacesTheFirst();
     void failedReloadLeavesNoForm();
+    void oldFormDiesBeforeItsLayout();
+    void reloadInsideAReloadLeavesOneForm();
+    void elementMayDieWhileItsFormIsStyled();
+    void missingFormLinesInOrder();
     void missingForm_data();
     void missingForm();
     void brokenFormIsReported();
     void unknownTopClassIsReported();
     void translatesWhileTheFormIsBuiltOnly();
+    void translatorIsRemovedAfterAFailedLoad_data();
+    void translatorIsRemovedAfterAFailedLoad();
     void unknownLocaleLoadsUntranslated();
     void formNameIsTheBaseName();
     void localeIsStoredAndAnnounced();
     void stylesWidgetsByObjectName();
+    void unwiringStylesToo();
     void styleSheetByGivenName();
     void styleSheetLines();
     void styleSheetPathIsOnlyRemembered();
@@ -102,6 +109,8 @@ void TestZEFUIElementLoading::formlessConstructorIsSilent()
     const ZEFUIElement element(&host, &parent, nullptr, 8);
     QCOMPARE(TestLog::take(u"log: "_s), QStringList());
     QCOMPARE(TestLog::take(u"debug: "_s), QStringList());
+    QCOMPARE(TestLog::take(u"warning: "_s),
+             QStringList(u"warning: QObject::connect: No such signal QWidget::destoyed()"_s));
     QCOMPARE(parent.childElement(0), &element);
     QCOMPARE(element.clientPID(), 8L);
     QCOMPARE(element.locale(), QString());
@@ -227,6 +236,65 @@ void TestZEFUIElementLoading::failedReloadLeavesNoForm()
     QVERIFY(host.element()->loaded());
 }
 
+void TestZEFUIElementLoading::oldFormDiesBeforeItsLayout()
+{
+    ZEFUIWidget host(u"plain"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
+    const QLayout* layout = host.layout();
+    int deaths = 0;
+    connect(host.findChild<QWidget*>(u"plainForm"_s), &QObject::destroyed, this, [&] {
+        ++deaths;
+        QVERIFY(!host.element()->loaded());
+        QCOMPARE(host.layout(), layout);
+    });
+    host.element()->setFormPath(u"labels"_s);
+    QCOMPARE(deaths, 1);
+}
+
+void TestZEFUIElementLoading::reloadInsideAReloadLeavesOneForm()
+{
+    ZEFUIWidget host(u"plain"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
+    connect(host.findChild<QWidget*>(u"plainForm"_s), &QObject::destroyed, this,
+            [&] { host.element()->setFormPath(u"labels"_s); });
+    host.element()->setFormPath(u"names"_s);
+    QVERIFY(host.element()->loaded());
+    QCOMPARE(host.element()->formPath(), u":/forms/names.ui"_s);
+    QVERIFY(!host.findChild<QWidget*>(u"labelsForm"_s));
+    QCOMPARE(host.layout()->itemAt(0)->widget(), host.findChild<QWidget*>(u"namesForm"_s));
+    QCOMPARE(host.children().size(), 2); // the form and the layout
+}
+
+void TestZEFUIElementLoading::elementMayDieWhileItsFormIsStyled()
+{
+    //! Deletes the element in the middle of the load.
+    class Assassin : public QObject {
+    public:
+        QPointer<ZEFUIElement> victim;
+        bool eventFilter(QObject* watched, QEvent* event) override
+        {
+            if (event->type() == QEvent::StyleChange && watched->objectName() == u"styledButton")
+                delete victim;
+            return false;
+        }
+    } assassin;
+    ZEFUIWidget host;
+    assassin.victim = host.element();
+    qApp->installEventFilter(&assassin);
+    host.element()->setFormPath(u"plain"_s);
+    qApp->removeEventFilter(&assassin);
+    QVERIFY(!assassin.victim);
+    QVERIFY(!host.element());
+    QVERIFY(host.findChild<QWidget*>(u"plainForm"_s));
+}
+
+void TestZEFUIElementLoading::missingFormLinesInOrder()
+{
+    const ZEFUIWidget host(u"missing"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
+    QCOMPARE(withoutRefusedConnections(TestLog::takeAll()),
+             QStringList({u"log: ZEFUIElement with parent: 0"_s, u"log: ZEFUIElement setFormPath: missing"_s,
+                          u"log: Loading form missing for locale en"_s, pathLines(), u"log: PLUGIN PATHS: "_s,
+                          u"debug: Could not open file :/forms/missing.ui for reading"_s}));
+}
+
 void TestZEFUIElementLoading::missingForm_data()
 {
     QTest::addColumn<QString>("name");
@@ -287,6 +355,22 @@ void TestZEFUIElementLoading::translatesWhileTheFormIsBuiltOnly()
     QCOMPARE(austrian.findChild<QLabel*>(u"greeting"_s)->text(), u"Willkommen"_s);
 }
 
+void TestZEFUIElementLoading::translatorIsRemovedAfterAFailedLoad_data()
+{
+    QTest::addColumn<QString>("form");
+    QTest::newRow("missing") << u"missing"_s;
+    QTest::newRow("broken") << u"broken"_s;
+}
+
+void TestZEFUIElementLoading::translatorIsRemovedAfterAFailedLoad()
+{
+    QFETCH(QString, form);
+    const ZEFUIWidget host(form, u"de"_s, nullptr, Qt::WindowFlags(), nullptr);
+    QVERIFY(!host.element()->loaded());
+    QCOMPARE(QCoreApplication::translate("Login", "Welcome"), u"Welcome"_s);
+    TestLog::takeAll();
+}
+
 void TestZEFUIElementLoading::unknownLocaleLoadsUntranslated()
 {
     for (const QString& locale : {u"xx_YY"_s, QString(), u"../../x"_s, QString(10000, u'd'), u"%s%n"_s}) {
@@ -328,6 +412,18 @@ void TestZEFUIElementLoading::stylesWidgetsByObjectName()
              u"QPushButton { color: #040506; } /* gr\u00fcn */\n"_s);
     QCOMPARE(host.findChild<QWidget*>(u"emptyStyled"_s)->styleSheet(), QString());
     QCOMPARE(host.findChild<QWidget*>(u"okButton"_s)->styleSheet(), QString());
+}
+
+void TestZEFUIElementLoading::unwiringStylesToo()
+{
+    const ZEFUIWidget host(u"plain"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
+    TestLog::takeAll();
+    host.element()->connectWidgetTree(false, host.findChild<QWidget*>(u"plainForm"_s));
+    QCOMPARE(TestLog::take(u"log: Found CSS"_s),
+             QStringList({u"log: Found CSS: :/css/win_styledButton.css"_s,
+                          u"log: Found CSS: :/css/commonStyled.css"_s,
+                          u"log: Found CSS: :/css/emptyStyled.css"_s}));
+    TestLog::takeAll();
 }
 
 void TestZEFUIElementLoading::styleSheetByGivenName()

@@ -101,6 +101,14 @@ void World::create(QWidget* parent)
             if (draw(3) == 0)
                 act(pick());
         });
+        // these come in the middle of Qt's own closing: the element may be closed, nothing may be deleted
+        const QPointer<ZEFUIElement> element(dialog->element());
+        const auto close = [this, element] {
+            if (element && draw(3) == 0)
+                element->close();
+        };
+        connect(dialog, &QDialog::rejected, this, close);
+        connect(dialog, &QDialog::finished, this, close);
     } else {
         watch(new ZEFUIWidget(form, u"en"_s, parent, Qt::Window, new Context(request)), request);
     }

@@ -1,5 +1,6 @@
 #include "ElementTest.h"
 
+#include <QtGui/QWindow>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QPushButton>
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void createWritesTheFormName();
     void createKeepsTheDialogOfAMissingForm();
     void fixedSize();
+    void freedSizeMayChange();
     void fixedSizeWithoutAForm();
     void closeAnswersOnce();
     void closeIsFollowedByDestruction();
@@ -31,8 +33,14 @@ private Q_SLOTS:
     void mouseReleasesAreAnnounced_data();
     void mouseReleasesAreAnnounced();
     void showAndHideAreAnnouncedFirst();
+    void escapeIsAnnouncedBeforeItsEffect();
+    void closingComesBeforeTheAnswer_data();
+    void closingComesBeforeTheAnswer();
     void showOrHideReceiverMayClose_data();
     void showOrHideReceiverMayClose();
+    void receiverMayCloseWhileQtCloses_data();
+    void receiverMayCloseWhileQtCloses();
+    void closeAfterAcceptAnswers();
     void executedDialogAnswers();
     void receiverMayDeleteTheHost_data();
     void receiverMayDeleteTheHost();
@@ -158,6 +166,30 @@ void TestZEFUIDialog::fixedSize()
     QCOMPARE(dialog->layout()->sizeConstraint(), QLayout::SetNoConstraint);
     dialog->setFixedSize(QSize(300, 200)); // the widget's own is not hidden
     QCOMPARE(dialog->size(), QSize(300, 200));
+}
+
+void TestZEFUIDialog::freedSizeMayChange()
+{
+    const auto dialog = makeDialog();
+    dialog->setFixedSize(true);
+    dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
+    QCOMPARE(dialog->minimumSize(), dialog->maximumSize());
+    dialog->setFixedSize(false);
+    QCOMPARE(dialog->minimumSize(), QSize(0, 0));
+    QCOMPARE(dialog->maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+    dialog->resize(300, 400);
+    QTRY_COMPARE(dialog->size(), QSize(300, 400));
+    // a size that the caller limits is his own when the dialog was not fixed
+    dialog->setMinimumSize(50, 60);
+    dialog->setFixedSize(false);
+    QCOMPARE(dialog->minimumSize(), QSize(50, 60));
+    // a form that is loaded later is not fixed
+    dialog->setFixedSize(true);
+    dialog->element()->setFormPath(u"labels"_s);
+    QVERIFY(dialog->layout()->sizeConstraint() != QLayout::SetFixedSize);
+    dialog->setFixedSize(false);
+    QCOMPARE(dialog->minimumSize(), QSize(0, 0));
 }
 
 void TestZEFUIDialog::fixedSizeWithoutAForm()
@@ -331,10 +363,6 @@ void TestZEFUIDialog::mouseReleasesAreAnnounced()
 
 void TestZEFUIDialog::showAndHideAreAnnouncedFirst()
 {
-    class Spy : public QObject {
-    public:
-        bool eventFilter(QObject*, QEvent*) override { return false; }
-    };
     const auto dialog = makeDialog();
     QStringList order;
     connect(dialog.get(), &ZEFUIDialog::dialog_show, this, [&] { order << u"show"_s; });
@@ -343,6 +371,63 @@ void TestZEFUIDialog::showAndHideAreAnnouncedFirst()
     dialog->hide();
     dialog->show();
     QCOMPARE(order, QStringList({u"show"_s, u"hide"_s, u"show"_s}));
+
+    // Qt centres a dialog over its parent when it handles the show event
+    QWidget parent;
+    parent.setGeometry(300, 250, 400, 300);
+    parent.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&parent));
+    ZEFUIDialog child(u"labels"_s, u"en"_s, &parent, Qt::Dialog, nullptr);
+    child.resize(100, 80);
+    const auto distance = [&] {
+        return (child.geometry().center() - parent.geometry().center()).manhattanLength();
+    };
+    int before = 0;
+    connect(&child, &ZEFUIDialog::dialog_show, this, [&] { before = distance(); });
+    child.show();
+    QVERIFY2(before > 300, qPrintable(QString::number(before)));
+    QVERIFY2(distance() < 80, qPrintable(QString::number(distance())));
+}
+
+void TestZEFUIDialog::escapeIsAnnouncedBeforeItsEffect()
+{
+    const auto dialog = makeDialog();
+    bool visible = false;
+    connect(dialog.get(), &ZEFUIDialog::dialog_key_pressed, this, [&] { visible = dialog->isVisible(); });
+    dialog->show();
+    press(dialog.get(), Qt::Key_Escape);
+    QVERIFY(visible);
+    QVERIFY(!dialog->isVisible());
+}
+
+void TestZEFUIDialog::closingComesBeforeTheAnswer_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const QString& way : {u"close"_s, u"window system"_s, u"escape"_s, u"element"_s, u"click"_s})
+        QTest::addRow("%s", qPrintable(way)) << way;
+}
+
+void TestZEFUIDialog::closingComesBeforeTheAnswer()
+{
+    QFETCH(QString, way);
+    const QPointer<ZEFUIDialog> dialog(makeDialog().release());
+    QStringList order;
+    connect(dialog, &ZEFUIDialog::respondClosed, this, [&] { order << u"answer"_s; });
+    connect(dialog->element(), &ZEFUIElement::closing, this, [&] { order << u"closing"_s; });
+    dialog->show();
+    if (way == u"close")
+        dialog->close();
+    else if (way == u"window system")
+        dialog->windowHandle()->close();
+    else if (way == u"escape")
+        press(dialog, Qt::Key_Escape);
+    else if (way == u"element")
+        dialog->element()->close();
+    else
+        dialog->findChild<QPushButton*>(u"close"_s)->click();
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(order.mid(0, 2), QStringList({u"closing"_s, u"answer"_s}));
+    QCOMPARE(order.count(u"answer"_s), 1);
 }
 
 void TestZEFUIDialog::showOrHideReceiverMayClose_data()
@@ -391,7 +476,94 @@ void TestZEFUIDialog::showOrHideReceiverMayClose()
     }
     QTRY_VERIFY(!dialog);
     QCOMPARE(contexts, 1);
-    QVERIFY(answers <= 1);
+    QCOMPARE(answers, deed.startsWith(u"close") ? 1 : 0);
+}
+
+void TestZEFUIDialog::receiverMayCloseWhileQtCloses_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::addColumn<QString>("when");
+    QTest::addColumn<bool>("wait");
+    for (const QString& way : {u"close"_s, u"escape"_s, u"escape off"_s, u"window system"_s, u"reject"_s}) {
+        for (const QString& when : {u"rejected"_s, u"finished"_s, u"hide"_s, u"closing"_s}) {
+            if (when == u"closing" && (way == u"escape off" || way == u"reject"))
+                continue; // nothing marks the element closing
+            for (const bool wait : {false, true}) {
+                if (wait && way == u"reject")
+                    continue;
+                QTest::addRow("%s, %s%s", qPrintable(way), qPrintable(when), wait ? ", wait" : "")
+                    << way << when << wait;
+            }
+        }
+    }
+}
+
+void TestZEFUIDialog::receiverMayCloseWhileQtCloses()
+{
+    QFETCH(QString, way);
+    QFETCH(QString, when);
+    QFETCH(bool, wait);
+    int contexts = 0;
+    int answers = 0;
+    const QPointer<ZEFUIDialog> dialog(makeDialog(new CountingContext(&contexts)).release());
+    connect(dialog, &ZEFUIDialog::respondClosed, this, [&] { ++answers; });
+    const auto act = [&] {
+        dialog->element()->close();
+        if (wait) {
+            QElapsedTimer timer;
+            timer.start();
+            while (timer.elapsed() < 150)
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        }
+    };
+    if (when == u"rejected")
+        connect(dialog, &QDialog::rejected, this, act);
+    else if (when == u"finished")
+        connect(dialog, &QDialog::finished, this, act);
+    else if (when == u"hide")
+        connect(dialog, &ZEFUIDialog::dialog_hide, this, act);
+    else
+        connect(dialog->element(), &ZEFUIElement::closing, this, act, Qt::SingleShotConnection);
+    dialog->show();
+    if (way == u"escape off")
+        dialog->enableCloseOnEscape(false);
+    if (way == u"close")
+        dialog->close();
+    else if (way == u"window system")
+        dialog->windowHandle()->close();
+    else if (way == u"reject")
+        dialog->reject();
+    else
+        press(dialog, Qt::Key_Escape);
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(answers, 1);
+    QCOMPARE(contexts, 1);
+}
+
+void TestZEFUIDialog::closeAfterAcceptAnswers()
+{
+    // Qt has closed the window without a close event, so close() has to answer itself.
+    int contexts = 0;
+    int answers = 0;
+    const QPointer<ZEFUIDialog> dialog(makeDialog(new CountingContext(&contexts)).release());
+    connect(dialog, &ZEFUIDialog::respondClosed, this, [&] { ++answers; });
+    dialog->show();
+    dialog->accept();
+    dialog->element()->close();
+    QCOMPARE(answers, 1);
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(answers, 1);
+    QCOMPARE(contexts, 1);
+
+    // already closed and answered
+    const QPointer<ZEFUIDialog> closed(makeDialog().release());
+    QSignalSpy closedAnswers(closed, &ZEFUIDialog::respondClosed);
+    closed->show();
+    closed->close();
+    closed->element()->close();
+    QCOMPARE(closedAnswers.count(), 1);
+    QTRY_VERIFY(!closed);
+    QCOMPARE(closedAnswers.count(), 1);
 }
 
 void TestZEFUIDialog::executedDialogAnswers()
@@ -410,7 +582,7 @@ void TestZEFUIDialog::receiverMayDeleteTheHost_data()
 {
     QTest::addColumn<QString>("way");
     QTest::addColumn<QString>("deed");
-    for (const QString& way : {u"close"_s, u"escape"_s, u"element"_s, u"click"_s}) {
+    for (const QString& way : {u"close"_s, u"window system"_s, u"escape"_s, u"element"_s, u"click"_s}) {
         for (const QString& deed :
              {u"delete host"_s, u"delete element"_s, u"close element"_s, u"event loop"_s})
             QTest::addRow("%s, %s", qPrintable(way), qPrintable(deed)) << way << deed;
@@ -438,6 +610,8 @@ void TestZEFUIDialog::receiverMayDeleteTheHost()
     dialog->show();
     if (way == u"close")
         dialog->close();
+    else if (way == u"window system")
+        dialog->windowHandle()->close();
     else if (way == u"escape")
         press(dialog, Qt::Key_Escape);
     else if (way == u"element")

@@ -12,6 +12,7 @@
 <context>
     <name>zefmain</name>
     <message><source>Hello %{user}</source><translation>Hallo %{user}</translation></message>
+    <message><source>OK</source><translation>Gut</translation></message>
     <message><source>guest</source><translation>Gast</translation></message>
 </context>
 </TS>
