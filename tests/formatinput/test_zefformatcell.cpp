@@ -2,6 +2,8 @@
 
 #include <ZEFFormatCell.h>
 
+#include "../../formatinput/SignatureConnection.h"
+
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
 #include <QtCore/QRandomGenerator>
@@ -156,6 +158,7 @@ private Q_SLOTS:
     void givesUpBeforeTextsFillTheMemory();
     void setsNoTextThatDoesNotDiffer();
     void patternsRespectCase();
+    void makesNoConnectionOfUnknownNames();
     void survivesARewritingThatNeverEnds();
     void keepsNoSpecOfTheCaller();
     void ownsItsEquivalents();
@@ -1047,6 +1050,18 @@ void TestZEFFormatCell::patternsRespectCase()
     QVERIFY(cell.validate());
     cell.setText(u"a-bc"_s);
     QVERIFY(!cell.validate());
+}
+
+void TestZEFFormatCell::makesNoConnectionOfUnknownNames()
+{
+    const ZEFFormatCell cell(nullptr, nullptr);
+    using Connection = SignatureConnection<ZEFFormatCell, ZEFFormatCell>;
+    Connection("2nothing()", "1copy( void )").make(&cell, &cell);
+    QCOMPARE(TestLog::takeAll(),
+             QStringList{u"warning: QObject::connect: No such signal ZEFFormatCell::nothing()"_s});
+    Connection("2copyMe( void )", "1nothing()").make(&cell, &cell);
+    QCOMPARE(TestLog::takeAll(),
+             QStringList{u"warning: QObject::connect: No such slot ZEFFormatCell::nothing()"_s});
 }
 
 void TestZEFFormatCell::survivesARewritingThatNeverEnds()
