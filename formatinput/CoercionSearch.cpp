@@ -1,43 +1,46 @@
 #include "CoercionSearch.h"
 
+#include <chrono>
 #include <utility>
 
 namespace {
 
 constexpr qint64 maxTexts = 200'000;
-constexpr qint64 maxCharacters = 200'000'000;
+constexpr qint64 maxCharacters = 50'000'000;
+// A pattern may need very long for a single text.
+constexpr std::chrono::seconds maxTime(2);
 
 } // namespace
 
 CoercionSearch::CoercionSearch(const QString& text, int positions)
     : m_text(text)
-    , m_tail(text.sliced(positions))
-    , m_candidates({{text.first(positions), 0}})
-    , m_positions(positions)
+    , m_positionCount(positions)
 {
-    for (int j = 0; j < positions; ++j)
-        m_positions[j].reached.insert(text.at(j));
 }
 
 bool CoercionSearch::run(const Vary& vary, const Passes& passes, QString* found)
 {
+    m_deadline.setRemainingTime(maxTime);
+    findPositions(vary);
     qint64 texts = 0;
     for (qsizetype pass = 0; pass < m_text.size() && !m_candidates.isEmpty(); ++pass) {
         const QList<Candidate> candidates = std::exchange(m_candidates, {});
         for (const Candidate& candidate : candidates) {
-            for (int j = candidate.lastVaried; j < m_positions.size(); ++j) {
-                for (const QChar successor : successors(j, candidate.head, vary)) {
+            for (qsizetype j = candidate.lastVaried; j < m_positions.size(); ++j) {
+                if (m_deadline.hasExpired())
+                    return false;
+                for (const QChar successor : successors(m_positions[j], candidate.characters.at(j), vary)) {
                     ++texts;
-                    if (texts > maxTexts || texts * m_text.size() > maxCharacters)
+                    if (texts > maxTexts || texts * m_text.size() > maxCharacters || m_deadline.hasExpired())
                         return false;
-                    QString head = candidate.head;
-                    head[j] = successor;
-                    const QString variant = head + m_tail;
-                    if (passes(variant)) {
-                        *found = variant;
+                    Candidate variant = {candidate.characters, j};
+                    variant.characters[j] = successor;
+                    const QString text = textOf(variant);
+                    if (passes(text)) {
+                        *found = text;
                         return true;
                     }
-                    m_candidates.append({head, j});
+                    m_candidates.append(variant);
                 }
             }
         }
@@ -45,20 +48,38 @@ bool CoercionSearch::run(const Vary& vary, const Passes& passes, QString* found)
     return false;
 }
 
-const QString& CoercionSearch::successors(int position, const QString& head, const Vary& vary)
+void CoercionSearch::findPositions(const Vary& vary)
 {
-    Position& known = m_positions[position];
-    const QChar from = head.at(position);
-    auto entry = known.successors.find(from);
-    if (entry == known.successors.end()) {
-        entry = known.successors.insert(from, {});
-        QList<QString> variants;
-        vary(position, head, variants);
-        for (const QString& variant : std::as_const(variants)) {
-            const QChar to = variant.at(position);
-            if (known.reached.contains(to))
+    Candidate start = {{}, 0};
+    for (int index = 0; index < m_positionCount && !m_deadline.hasExpired(); ++index) {
+        const QChar character = m_text.at(index);
+        Position position = {index, {character}, {}};
+        if (successors(position, character, vary).isEmpty())
+            continue;
+        m_positions.append(position);
+        start.characters.append(character);
+    }
+    m_candidates = {start};
+}
+
+QString CoercionSearch::textOf(const Candidate& candidate) const
+{
+    QString text = m_text;
+    for (qsizetype i = 0; i < m_positions.size(); ++i)
+        text[m_positions.at(i).index] = candidate.characters.at(i);
+    return text;
+}
+
+const QString& CoercionSearch::successors(Position& position, QChar from, const Vary& vary)
+{
+    auto entry = position.successors.find(from);
+    if (entry == position.successors.end()) {
+        entry = position.successors.insert(from, {});
+        const QString replacements = vary(position.index, from);
+        for (const QChar to : replacements) {
+            if (position.reached.contains(to))
                 continue;
-            known.reached.insert(to);
+            position.reached.insert(to);
             entry->append(to);
         }
     }

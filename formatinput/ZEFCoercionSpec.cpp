@@ -49,23 +49,29 @@ bool ZEFCoercionSpec::inRange(int position) const
 
 int ZEFCoercionSpec::coerce(int position, const QString& input, QList<QString>& output) const
 {
-    if (!inRange(position) || position < 0 || position >= input.size())
+    if (position < 0 || position >= input.size())
         return 0;
     // The input may be an element of the output.
     const QString source = input;
-    const QChar found = source.at(position);
-    int count = 0;
-    for (qsizetype k = 0; k + 1 < m_spec.size(); k += 2) {
-        const QChar from = m_spec.at(k);
-        const QChar to = m_spec.at(k + 1);
-        if (found != from || from == to)
-            continue;
+    const QString found = replacements(position, source.at(position));
+    for (const QChar replacement : found) {
         QString variant = source;
-        variant[position] = to;
+        variant[position] = replacement;
         output.append(variant);
-        ++count;
     }
-    return count;
+    return static_cast<int>(found.size());
+}
+
+QString ZEFCoercionSpec::replacements(int position, QChar character) const
+{
+    QString found;
+    if (!inRange(position))
+        return found;
+    for (qsizetype k = 0; k + 1 < m_spec.size(); k += 2) {
+        if (m_spec.at(k) == character && m_spec.at(k + 1) != character)
+            found.append(m_spec.at(k + 1));
+    }
+    return found;
 }
 
 int ZEFCoercionSpec::coerce(const QString& input, QList<QString>& output) const

@@ -2,6 +2,7 @@
 
 #include "CoercionPool.h"
 #include "CoercionSearch.h"
+#include "RetiredCells.h"
 #include "SignatureConnection.h"
 
 #include <QtGui/QClipboard>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 namespace {
 
@@ -49,20 +51,41 @@ bool isOneCharacter(const QString& text)
         || (text.size() == 2 && text.at(0).isHighSurrogate() && text.at(1).isLowSurrogate());
 }
 
+struct Measured {
+    QFont font;
+    int dpi = 0;
+    int width = 0;
+};
+std::optional<Measured> lastMeasured;
+bool forgetsMeasured = false;
+
+void forgetMeasured()
+{
+    lastMeasured.reset();
+}
+
+// A font must not outlive the application, and may look different when fonts come or go.
+void forgetMeasuredInTime()
+{
+    if (forgetsMeasured)
+        return;
+    forgetsMeasured = true;
+    QObject::connect(qGuiApp, &QGuiApplication::fontDatabaseChanged, qGuiApp, forgetMeasured);
+    qAddPostRoutine([] {
+        forgetMeasured();
+        forgetsMeasured = false;
+    });
+}
+
 // Shaping the text costs as much as the rest of a cell, and cells of a form share their font.
 qint64 tenCharactersWidth(const QWidget& widget)
 {
-    struct Measured {
-        QFont font;
-        int dpi = 0;
-        int width = 0;
-    };
-    static Measured last;
-    if (last.dpi != widget.logicalDpiX() || last.font != widget.font()) {
+    if (!lastMeasured || lastMeasured->dpi != widget.logicalDpiX() || lastMeasured->font != widget.font()) {
+        forgetMeasuredInTime();
         const QRect rectangle = widget.fontMetrics().boundingRect(QStringLiteral("XXXWWWWWWW"));
-        last = {widget.font(), widget.logicalDpiX(), rectangle.width()};
+        lastMeasured = {widget.font(), widget.logicalDpiX(), rectangle.width()};
     }
-    return last.width;
+    return lastMeasured->width;
 }
 
 QColor optionalBase()
@@ -79,8 +102,10 @@ QColor optionalBase()
 ZEFFormatCell::Use::Use(ZEFFormatCell* cell)
     : m_cell(cell)
 {
-    if (cell)
-        ++cell->m_uses;
+    if (!cell)
+        return;
+    ++cell->m_uses;
+    cell->m_loopLevel = std::min(cell->m_loopLevel, RetiredCells::loopLevel());
 }
 
 ZEFFormatCell::Use::~Use()
@@ -103,6 +128,7 @@ ZEFFormatCell::SignalsBlocked::~SignalsBlocked()
 
 ZEFFormatCell::ZEFFormatCell(QWidget* parent, const char* name)
     : QLineEdit(parent)
+    , m_loopLevel(RetiredCells::loopLevel())
 {
     setObjectName(QString::fromUtf8(name));
     setDragEnabled(false);
@@ -111,7 +137,11 @@ ZEFFormatCell::ZEFFormatCell(QWidget* parent, const char* name)
     announcement.make(this, this);
 }
 
-ZEFFormatCell::~ZEFFormatCell() = default;
+ZEFFormatCell::~ZEFFormatCell()
+{
+    if (m_retired)
+        RetiredCells::instance().remove(this);
+}
 
 int ZEFFormatCell::id() const
 {
@@ -195,6 +225,10 @@ QPalette ZEFFormatCell::selectedPalette()
 
 bool ZEFFormatCell::event(QEvent* e)
 {
+    if (e->type() == QEvent::DeferredDelete && m_retired && mayBeRunning()) {
+        RetiredCells::instance().watchEventLoops();
+        return true;
+    }
     const Use use(this);
     return QLineEdit::event(e);
 }
@@ -355,11 +389,13 @@ void ZEFFormatCell::setEnforceCase(int mode)
 
 void ZEFFormatCell::setText(const QString& text)
 {
+    const Use use(this);
     QLineEdit::setText(checkInput(text));
 }
 
 void ZEFFormatCell::insert(const QString& text)
 {
+    const Use use(this);
     QLineEdit::insert(checkInput(text));
 }
 
@@ -526,13 +562,24 @@ void ZEFFormatCell::retire()
 {
     m_retired = true;
     blockSignals(true);
-    if (m_uses == 0) {
+    if (m_uses == 0 && (!QCoreApplication::instance() || QCoreApplication::closingDown())) {
         delete this;
         return;
     }
+    RetiredCells::instance().add(this);
+    const QPointer<ZEFFormatCell> self(this);
     // Before the parting, or Qt would move the focus on to a neighbour.
     clearFocus();
+    if (!self)
+        return;
     setParent(nullptr);
+    if (self && m_uses == 0)
+        deleteLater();
+}
+
+bool ZEFFormatCell::mayBeRunning() const
+{
+    return m_uses > 0 || RetiredCells::loopLevel() > m_loopLevel;
 }
 
 void ZEFFormatCell::shareCoercions(const std::shared_ptr<const CoercionPool>& pool)
@@ -567,8 +614,7 @@ bool ZEFFormatCell::validateEquivalents(QString& text) const
         return j < m_poolCount ? m_pool->at(j) : m_coercionSpecs.at(j - m_poolCount);
     };
     CoercionSearch search(text, positions);
-    return search.run([&](int j, const QString& candidate,
-                          QList<QString>& variants) { spec(j)->coerce(j, candidate, variants); },
+    return search.run([&](int j, QChar character) { return spec(j)->replacements(j, character); },
                       [this](const QString& variant) { return matchesFinalRegexp(variant); }, &text);
 }
 

@@ -16,6 +16,9 @@ namespace {
 // A key that travels through empty cells stops here; each step is a nested event.
 constexpr int maxForwardedKeys = 200;
 
+// A validator that changes the row each time it is asked ends up here.
+constexpr int maxRevalidations = 16;
+
 // The whole of text, or an empty match of an empty text.
 bool matchesWhole(const QRegularExpression& pattern, const QString& text)
 {
@@ -102,8 +105,15 @@ QValidator::State ZEFFormatEdit::validate()
             state = QValidator::Invalid;
         if (!self)
             return QValidator::Invalid;
-        if (generation != m_generation)
-            return validate();
+        if (generation == m_generation)
+            continue;
+        if (m_revalidations >= maxRevalidations)
+            return QValidator::Invalid;
+        ++m_revalidations;
+        state = validate();
+        if (self)
+            --m_revalidations;
+        return state;
     }
     if (!m_validator)
         return state;
@@ -175,7 +185,7 @@ int ZEFFormatEdit::spacing() const
 void ZEFFormatEdit::setSpacing(int spacing)
 {
     if (layout())
-        layout()->setSpacing(std::min(spacing, QWIDGETSIZE_MAX));
+        layout()->setSpacing(std::clamp(spacing, -QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
     update();
 }
 
@@ -232,8 +242,10 @@ bool ZEFFormatEdit::setText(const QString& text)
     for (qsizetype i = 0; i < m_cells.size(); ++i) {
         const ZEFFormatCell::Use use(m_cells.at(i));
         m_cells.at(i)->setText(match.captured(static_cast<int>(i) + 1));
-        if (!self || generation != m_generation)
+        if (!self)
             return true;
+        if (generation != m_generation)
+            break;
     }
     m_fallbackText.clear();
     return true;
@@ -280,12 +292,14 @@ void ZEFFormatEdit::editorTextChanged(int id)
     if (!self)
         return;
     m_pendingText.clear();
+    const unsigned int change = ++m_changes;
     const ZEFFormatCell* changed = m_cells.value(id);
     const bool missing = changed && changed->text().isEmpty() && changed->minLength() > 0;
     const QValidator::State state = missing ? QValidator::Invalid : validate();
     if (!self)
         return;
-    if (state != m_state) {
+    // A change that came meanwhile has brought the state up to date already.
+    if (change == m_changes && state != m_state) {
         m_state = state;
         Q_EMIT validityChanged(state);
         if (!self)
@@ -421,8 +435,12 @@ void ZEFFormatEdit::restoreFocus()
 void ZEFFormatEdit::childEvent(QChildEvent* e)
 {
     // A cell that somebody else deletes or takes away.
-    if (e->removed())
-        m_cells.removeIf([e](const QObject* cell) { return cell == e->child(); });
+    if (e->removed() && m_cells.removeIf([e](const QObject* cell) { return cell == e->child(); }) > 0) {
+        ++m_generation;
+        for (qsizetype i = 0; i < m_cells.size(); ++i)
+            m_cells.at(i)->setId(static_cast<int>(i));
+        setFocusProxy(m_cells.value(0));
+    }
     QWidget::childEvent(e);
 }
 
@@ -472,6 +490,6 @@ void ZEFFormatEdit::setMargin(void (QMargins::*set)(int), int margin)
     if (!layout())
         return;
     QMargins margins = layout()->contentsMargins();
-    (margins.*set)(std::min(margin, QWIDGETSIZE_MAX));
+    (margins.*set)(std::clamp(margin, -QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
     layout()->setContentsMargins(margins);
 }

@@ -10,6 +10,14 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLayout>
 
+namespace {
+
+// What every widget of a row costs grows with their number, and a format is short compared with its cells.
+constexpr int mostCells = 1000;
+constexpr int mostSeparators = mostCells + 1;
+
+} // namespace
+
 //! Makes the cells and separators of a format; for an alternate it only reports mistakes.
 class FormatEditBuilder : public FormatBuilder {
 public:
@@ -21,8 +29,9 @@ public:
 
     void addSeparator(const QString& text) override
     {
-        if (!m_widgets)
+        if (!m_widgets || m_separators >= mostSeparators)
             return;
+        ++m_separators;
         auto* label = new QLabel(m_edit);
         // The text comes from the form and is no markup.
         label->setTextFormat(Qt::PlainText);
@@ -36,7 +45,9 @@ public:
 
     void addCell(const FormatCell& format) override
     {
-        if (!m_widgets)
+        // The final pattern and the suffix that follow are those of a cell that is not there.
+        m_lastCell = nullptr;
+        if (!m_widgets || m_edit->lineEditCount() >= mostCells)
             return;
         auto* cell = new ZEFFormatCell(m_edit, nullptr);
         cell->setRegexp(format.pattern);
@@ -116,6 +127,7 @@ private:
     const bool m_widgets;
     std::shared_ptr<CoercionPool> m_pool = std::make_shared<CoercionPool>();
     ZEFFormatCell* m_lastCell = nullptr;
+    int m_separators = 0;
 };
 
 bool ZEFFormatEdit::parseFormat(const QString& format, int id)

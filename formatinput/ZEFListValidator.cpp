@@ -49,6 +49,9 @@ QValidator::State ZEFListValidator::updateValidity(QValidator::State state, cons
         Q_EMIT validityChanged(state);
         if (!self)
             return state;
+        // A receiver has validated another text, whose message stays.
+        if (m_validity != state)
+            return m_validity;
     }
     if (message != m_lastMessage) {
         m_lastMessage = message;

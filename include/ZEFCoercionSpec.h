@@ -9,7 +9,9 @@
  * Which characters may stand for which others, and at which positions of a text.
  *
  * The spec is a row of character pairs: the first of each pair is looked for, the second is put in
- * its place. ZEFCoercionSpec(u"0O1I"_s, 0, -1) reads a 0 as O and a 1 as I anywhere in a text.
+ * its place. ZEFCoercionSpec(u"0O1I"_s, 0, -1) reads a 0 as O and a 1 as I, and speaks about every
+ * position. A cell asks its n-th coercion about its n-th character only, so that one spec covers one
+ * character there, whatever its range.
  *
  * A plain value: copy it freely. Characters are UTF-16 code units. Any spec text and any position is
  * safe: a last character without a partner is ignored, and positions outside a text give no variants.
@@ -42,6 +44,10 @@ public:
     int coerce(const QString& input, QList<QString>& output) const;
 
 private:
+    friend class ZEFFormatCell;
+
+    QString replacements(int position, QChar character) const;
+
     QString m_spec;
     int m_start;
     int m_end;

@@ -36,7 +36,8 @@ public:
     explicit ZEFCommandLinkButton(QWidget* parent = nullptr);
     ~ZEFCommandLinkButton() override;
 
-    //! Text that looks like markup is shown as rich text: escape what comes from a client.
+    //! Text that looks like markup is shown as rich text: escape what comes from a client. Links in it are
+    //! not active, as clicks belong to the button.
     QString title() const;
     void setTitle(const QString& title);
 

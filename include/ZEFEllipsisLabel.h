@@ -26,6 +26,7 @@ public:
     ~ZEFEllipsisLabel() override;
 
 protected:
+    //! Shows the tool tip of a cut text as plain text, which QWidget would take for markup if it looks so.
     bool event(QEvent* e) override;
     void paintEvent(QPaintEvent* e) override;
 

@@ -30,8 +30,11 @@ class CoercionPool;
  * shortcuts for the clipboard get QLineEdit's own behaviour. The entries of the context menu call one
  * or the other, depending on the version of Qt.
  *
- * Any signal of a cell may end in the deletion of the cell. A cell that its edit drops leaves the edit
- * at once and sends no signals any more, but stays valid until the event that it is handling is over.
+ * A slot of any signal, those of QLineEdit included, may rebuild or delete the edit of the cell. A cell
+ * that its edit drops leaves the edit at once and sends no signals any more. It is deleted when control
+ * is back in an event loop of the level in which it was made or used first; a cell that was made before
+ * the application's event loop is deleted when the application ends, if not before.
+ * A receiver that wants to delete a cell itself uses deleteLater().
  */
 class ZEFUI_EXPORT ZEFFormatCell : public QLineEdit {
     Q_OBJECT
@@ -78,13 +81,16 @@ public Q_SLOTS:
      * Whether the text passes the final pattern as it stands, with characters coerced, in upper case or
      * in lower case; the text is rewritten to the form that passed. The minimum length is not asked.
      *
-     * Coercion tries up to 200,000 distinct texts (fewer when they are longer than 1,000 characters) and
-     * then gives up: the text counts as not matched.
+     * Coercion tries up to 200,000 distinct texts (fewer when they are longer than 250 characters: 50
+     * million characters altogether) for up to two seconds and then gives up: the text counts as not
+     * matched. It needs a final pattern, and the n-th coercion of a cell is asked about its n-th character
+     * only.
      */
     virtual bool validate();
     /*!
-     * Adds \a spec to those that validate() tries. It is not taken over: the caller keeps it, longer
-     * than the cell lives, and may add it to several cells. Null is ignored.
+     * Adds \a spec to those that validate() tries. The n-th spec of the cell is asked about the n-th
+     * character only. It is not taken over: the caller keeps it, longer than the cell lives, and may add
+     * it to several cells. Null is ignored.
      */
     virtual void addCoercionSpec(ZEFCoercionSpec* spec);
     /*!
@@ -96,8 +102,9 @@ public Q_SLOTS:
     //! The pattern that a finished text must fill; empty accepts any text, an invalid one only an empty text.
     virtual void setFinalRegExp(const QString& pattern);
     /*!
-     * Adds a coercion for the whole cell, owned by the cell. Each call adds another. equivs() changes
-     * only when the length of \a pairs is even.
+     * Adds a coercion, owned by the cell, whose range is the whole cell; as the n-th one it is asked
+     * about the n-th character only. Each call adds another: as many calls as the cell has characters
+     * cover it. equivs() changes only when the length of \a pairs is even.
      */
     virtual void setEquivs(const QString& pairs);
     virtual void setId(int id);
@@ -174,6 +181,7 @@ private:
     Q_DISABLE_COPY_MOVE(ZEFFormatCell)
     friend class ZEFFormatEdit;
     friend class FormatEditBuilder;
+    friend class RetiredCells;
 
     // Keeps a retired cell alive as long as somebody works with it.
     class Use {
@@ -197,6 +205,8 @@ private:
     };
 
     void retire();
+    //! Whether a function of the cell may have started the event loop that runs now.
+    bool mayBeRunning() const;
     void shareCoercions(const std::shared_ptr<const CoercionPool>& pool);
     void addOwnCoercion(const QString& pairs, int start);
 
@@ -229,5 +239,7 @@ private:
     std::vector<std::unique_ptr<ZEFCoercionSpec>> m_ownSpecs;
     int m_rewrites = 0;
     int m_uses = 0;
+    //! The lowest nesting of event loops in which the cell was made or used.
+    int m_loopLevel;
     bool m_retired = false;
 };

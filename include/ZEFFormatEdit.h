@@ -16,14 +16,19 @@
 /*!
  * A row of input cells with fixed separators between them, built from a format.
  *
- * A product key of three parts:
+ * A product key of three parts; a zero is read as the letter O:
  *
  * \code
  * auto* key = new ZEFFormatEdit(form);
- * key->setFormat(u"{1,5}([A-Z0-9]{0,5})-{1,5}([A-Z0-9]{0,5})-{1,5}([A-Z0-9]{0,5})"_s);
- * key->setText(u"AB123CD456EF789"_s);
- * key->text(); // "AB123-CD456-EF789"
+ * key->setFormat(u"{1:0O|1:0O|1:0O|1:0O|1:0O|}([A-Z0-9]*)([A-Z1-9]*)"
+ *                u"-{5}([A-Z0-9]*)([A-Z1-9]*)-{5}([A-Z0-9]*)([A-Z1-9]*)"_s);
+ * key->setText(u"00000-00000-00000"_s);
+ * key->validate();
+ * key->text(); // "OOOOO-OOOOO-OOOOO"
  * \endcode
+ *
+ * Coercion needs a final pattern, and the n-th coercion of a cell is asked about its n-th character only.
+ * Closed coercions, those before a "|", go to every later cell as well.
  *
  * The format language stands in docs/format-language.md. A form gives the format in the property
  * "format". There is no property for the text: whoever shows the form finds the widget and calls text().
@@ -34,7 +39,8 @@
  *
  * setFormat(), addAlternateCheck() and the destructor drop the cells: pointers from editor() end there.
  * All of them may be called from any slot, also from one that a cell's key press has led to. Receivers of
- * any signal of the edit or its cells may delete the edit.
+ * any signal of the edit or its cells may delete the edit. ZEFFormatCell says when the memory of dropped
+ * cells is given back.
  *
  * setFocus() without an argument hides a function of QWidget that is not virtual.
  */
@@ -68,7 +74,8 @@ public:
     /*!
      * The present verdict: Acceptable, or Invalid as soon as one cell is empty against its minimum or fails
      * its pattern or final pattern; never Intermediate. An outside validator's verdict on text() replaces
-     * it. Cells that pass in another form (case, coerced characters) are rewritten to it.
+     * it. Cells that pass in another form (case, coerced characters) are rewritten to it; a form that passes
+     * only in yet another one, and so on, is rewritten at most 16 times.
      */
     QValidator::State validate();
     //! A validator for the whole text; not owned; it may die first; null removes it.
@@ -84,6 +91,9 @@ public:
      * Rebuilds the edit from \a format for id 0. Any other \a id stores the format's pattern as an
      * alternate; the edit loses its cells and separators all the same. Always false. Any text is a
      * format: mistakes are written to Qt's debug output and skipped.
+     *
+     * At most 1,000 cells and 1,001 separators are built. What follows them still counts for the pattern
+     * of the whole text: setText() passes over its groups.
      */
     bool parseFormat(const QString& format, int id);
 
@@ -101,10 +111,10 @@ public:
     //! ZEFFormatCell::setBottomHighlight() for the present cells.
     void setCellBottomHighlight(int height, const QColor& colour);
 
-    //! Pixels between the cells and separators; negative means the style's own.
+    //! Pixels between the cells and separators, at most QWIDGETSIZE_MAX; negative means the style's own.
     int spacing() const;
     void setSpacing(int spacing);
-    //! Pixels around the row.
+    //! Pixels around the row, at most QWIDGETSIZE_MAX; negative means the style's own.
     int leftMargin() const;
     void setLeftMargin(int margin);
     int rightMargin() const;
@@ -190,7 +200,10 @@ private:
     int m_enforceCase = 0;
     QMap<int, QRegularExpression> m_alternates;
     QPointer<const QValidator> m_validator;
-    //! Counts the rebuilds, so that a loop over cells notices one that happened under it.
+    //! Counts what changes the list of cells, so that a loop over them notices what happened under it.
     unsigned int m_generation = 0;
+    //! Counts the changes of texts, so that an older verdict does not replace a newer one.
+    unsigned int m_changes = 0;
     int m_forwardedKeys = 0;
+    int m_revalidations = 0;
 };

@@ -34,6 +34,7 @@ public:
     ~ZEFToggleButton() override;
 
     //! Shown while off. Text that looks like markup is shown as rich text: escape what comes from a client.
+    //! Links in it are not active, as clicks belong to the button.
     QString offText() const;
     void setOffText(const QString& text);
 
@@ -55,7 +56,8 @@ public:
     QSize imageSize() const;
     void setImageSize(const QSize& size);
 
-    //! The gap between image and text in pixels, 4 at first; a negative one means the style's own.
+    //! The gap between image and text in pixels, 4 at first; a negative one means the style's own. More than
+    //! QWIDGETSIZE_MAX is kept, and that much is shown.
     int spacing() const;
     void setSpacing(int spacing);
 

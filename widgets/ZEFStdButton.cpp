@@ -117,6 +117,9 @@ void ZEFStdButton::paintEvent(QPaintEvent*)
         initialise();
 
     QPainter widgetPainter(this);
+    // Outside of painting, as when somebody sends the event, there is nothing to paint on.
+    if (!widgetPainter.isActive())
+        return;
     // as sharp as the device that is painted on, which need not be the screen
     const double ratio = widgetPainter.paintEngine()->paintDevice()->devicePixelRatio();
     QImage image;

@@ -4,6 +4,8 @@
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
 
+#include <algorithm>
+
 ZEFToggleButton::ZEFToggleButton(QWidget* parent)
     : QWidget(parent)
 {
@@ -110,7 +112,7 @@ int ZEFToggleButton::spacing() const
 void ZEFToggleButton::setSpacing(int spacing)
 {
     if (QLayout* mainLayout = layout())
-        mainLayout->setSpacing(spacing);
+        mainLayout->setSpacing(std::clamp(spacing, -1, QWIDGETSIZE_MAX));
     m_spacing = spacing;
 }
 

@@ -2,6 +2,9 @@
 
 #include <ZEFFormatCell.h>
 
+#include "../../formatinput/SignatureConnection.h"
+
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
 #include <QtCore/QRandomGenerator>
 #include <QtGui/QClipboard>
@@ -25,6 +28,25 @@ class SelectingCell : public ZEFFormatCell {
 public:
     using ZEFFormatCell::ZEFFormatCell;
     void setSelectOutside(bool on) override { m_selectOutside = on; }
+};
+
+class CountingCell : public ZEFFormatCell {
+public:
+    using ZEFFormatCell::ZEFFormatCell;
+    int textsSet = 0;
+    int reselections = 0;
+
+    void setText(const QString& text) override
+    {
+        ++textsSet;
+        ZEFFormatCell::setText(text);
+    }
+    void setSelectOutside(bool on) override { m_selectOutside = on; }
+    void reselect() override
+    {
+        ++reselections;
+        ZEFFormatCell::reselect();
+    }
 };
 
 // What a parent of a cell must have to listen to the clipboard.
@@ -99,6 +121,7 @@ private Q_SLOTS:
     void refusesAnInvalidPatternInSilence();
     void isAsWideAsItsLength_data();
     void isAsWideAsItsLength();
+    void isAsWideAsItsFontAsks();
     void marksOptionalCells();
     void darkensTheOptionalBase_data();
     void darkensTheOptionalBase();
@@ -130,6 +153,12 @@ private Q_SLOTS:
     void searchesAsDescribed();
     void givesUpBeyondTheCeiling();
     void findsTheLastOfManyVariants();
+    void givesUpAfterAWhile();
+    void passesOverPositionsThatCannotChange();
+    void givesUpBeforeTextsFillTheMemory();
+    void setsNoTextThatDoesNotDiffer();
+    void patternsRespectCase();
+    void makesNoConnectionOfUnknownNames();
     void survivesARewritingThatNeverEnds();
     void keepsNoSpecOfTheCaller();
     void ownsItsEquivalents();
@@ -360,6 +389,23 @@ void TestZEFFormatCell::isAsWideAsItsLength()
     const qint64 width = std::min<qint64>(ten * (qint64(expectedLength) + 1) / 10 + 10, QWIDGETSIZE_MAX - 1);
     QCOMPARE(qint64(cell.minimumWidth()), width);
     QCOMPARE(qint64(cell.maximumWidth()), width);
+}
+
+void TestZEFFormatCell::isAsWideAsItsFontAsks()
+{
+    // Cells of different fonts, in turn.
+    QFont large;
+    large.setPixelSize(40);
+    QFont small;
+    small.setPixelSize(9);
+    for (const QFont& font : {large, small, large}) {
+        ZEFFormatCell cell(nullptr, nullptr);
+        cell.setFont(font);
+        cell.setMaxLength(5);
+        const int ten = QFontMetrics(font, &cell).boundingRect(u"XXXWWWWWWW"_s).width();
+        QCOMPARE(cell.minimumWidth(), ten * 6 / 10 + 10);
+        QCOMPARE(cell.maximumWidth(), ten * 6 / 10 + 10);
+    }
 }
 
 void TestZEFFormatCell::marksOptionalCells()
@@ -919,6 +965,105 @@ void TestZEFFormatCell::findsTheLastOfManyVariants()
     QCOMPARE(cell.text(), QString(QString(17, u'1') + QString(100, u'x')));
 }
 
+void TestZEFFormatCell::givesUpAfterAWhile()
+{
+    // Every single text takes this pattern long.
+    ZEFFormatCell cell(nullptr, nullptr);
+    for (int i = 0; i < 18; ++i)
+        cell.setEquivs(u"ab"_s);
+    cell.setFinalRegExp(u"((a|b)+)+[cd]"_s);
+    cell.setText(QString(30, u'a'));
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(!cell.validate());
+    QVERIFY2(timer.elapsed() < 20'000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestZEFFormatCell::passesOverPositionsThatCannotChange()
+{
+    ZEFFormatCell cell(nullptr, nullptr);
+    for (int i = 0; i < 982; ++i)
+        cell.setEquivs(u"ab"_s);
+    for (int i = 0; i < 18; ++i)
+        cell.setEquivs(u"01"_s);
+    cell.setText(QString(1000, u'0'));
+    cell.setFinalRegExp(u"0+1{17}"_s);
+    QElapsedTimer timer;
+    timer.start();
+    // There are too many characters in what lies before it.
+    QVERIFY(!cell.validate());
+    cell.setFinalRegExp(u"0+1{3}"_s);
+    QVERIFY(cell.validate());
+    QCOMPARE(cell.text(), QString(QString(997, u'0') + QString(3, u'1')));
+    QVERIFY2(timer.elapsed() < 10'000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestZEFFormatCell::givesUpBeforeTextsFillTheMemory()
+{
+    // As many pairs as this for a text as long as this: 12 gigabytes of texts, if all were made.
+    QString pairs;
+    for (char16_t c = 0x100; c < 0xd800; ++c)
+        pairs.append(u'0').append(c);
+    ZEFFormatCell cell(nullptr, nullptr);
+    cell.setMaxLength(1 << 20);
+    cell.setEquivs(pairs);
+    cell.setFinalRegExp(u"2"_s);
+    const QString text = u'0' + QString(100'000, u'x');
+    cell.setText(text);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(!cell.validate());
+    QVERIFY2(timer.elapsed() < 10'000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(cell.text(), text);
+}
+
+void TestZEFFormatCell::setsNoTextThatDoesNotDiffer()
+{
+    CountingCell cell(nullptr, nullptr);
+    cell.setFinalRegExp(u"[A-Z]+"_s);
+    cell.setText(u"AB"_s);
+    QVERIFY(cell.validate());
+    QCOMPARE(cell.textsSet, 1);
+    cell.setText(u"ab"_s);
+    QVERIFY(cell.validate());
+    QCOMPARE(cell.textsSet, 3);
+    QCOMPARE(cell.text(), u"AB"_s);
+}
+
+void TestZEFFormatCell::patternsRespectCase()
+{
+    ZEFFormatCell cell(nullptr, nullptr);
+    cell.setRegexp(u"[a-z]*"_s);
+    cell.setFinalRegExp(u"aB"_s);
+    QTest::keyClick(&cell, 'A');
+    QCOMPARE(cell.text(), QString());
+    cell.setText(u"Ab"_s);
+    QVERIFY(!cell.validate());
+    cell.setText(u"aB"_s);
+    QVERIFY(cell.validate());
+    const auto* validator = qobject_cast<const QRegularExpressionValidator*>(cell.validator());
+    QVERIFY(validator);
+    QCOMPARE(validator->regularExpression().patternOptions(), QRegularExpression::NoPatternOption);
+    // A dot is no line feed, and spaces count.
+    cell.setFinalRegExp(u"a.b c"_s);
+    cell.setText(u"a-b c"_s);
+    QVERIFY(cell.validate());
+    cell.setText(u"a-bc"_s);
+    QVERIFY(!cell.validate());
+}
+
+void TestZEFFormatCell::makesNoConnectionOfUnknownNames()
+{
+    const ZEFFormatCell cell(nullptr, nullptr);
+    using Connection = SignatureConnection<ZEFFormatCell, ZEFFormatCell>;
+    Connection("2nothing()", "1copy( void )").make(&cell, &cell);
+    QCOMPARE(TestLog::takeAll(),
+             QStringList{u"warning: QObject::connect: No such signal ZEFFormatCell::nothing()"_s});
+    Connection("2copyMe( void )", "1nothing()").make(&cell, &cell);
+    QCOMPARE(TestLog::takeAll(),
+             QStringList{u"warning: QObject::connect: No such slot ZEFFormatCell::nothing()"_s});
+}
+
 void TestZEFFormatCell::survivesARewritingThatNeverEnds()
 {
     // The accepted form is lowered when it is set, and the lowered form passes in yet another form.
@@ -1120,6 +1265,13 @@ void TestZEFFormatCell::pastesOnceWithTheMiddleButton()
     QTest::mouseClick(&cell, Qt::MiddleButton);
     QCOMPARE(cell.text(), u"xy"_s);
     QCOMPARE(lines, QStringList{u"textChanged 0 xy"_s});
+
+    // At the caret, which stays where it is: the press does nothing else.
+    cell.setText(u"abcd"_s);
+    cell.setCursorPosition(2);
+    QTest::mouseClick(&cell, Qt::MiddleButton, Qt::NoModifier, QPoint(1, cell.height() / 2));
+    QCOMPARE(cell.text(), u"abxycd"_s);
+    QCOMPARE(cell.cursorPosition(), 4);
 }
 
 void TestZEFFormatCell::asksForAPasteWithTheMiddleButton()
@@ -1200,7 +1352,7 @@ void TestZEFFormatCell::announcesTheMouseLeaving()
 
 void TestZEFFormatCell::reselectsWhenTheMouseComesBack()
 {
-    SelectingCell cell(nullptr, nullptr);
+    CountingCell cell(nullptr, nullptr);
     cell.resize(200, 30);
     cell.setText(u"abc"_s);
     QStringList lines;
@@ -1212,7 +1364,9 @@ void TestZEFFormatCell::reselectsWhenTheMouseComesBack()
     sendMouse(&cell, QEvent::MouseMove, {-6, 10}, Qt::NoButton, Qt::LeftButton);
     QCOMPARE(lines, QStringList{u"selectOutside true"_s});
     QCOMPARE(cell.selectedText(), u"abc"_s);
+    QCOMPARE(cell.reselections, 0);
     sendMouse(&cell, QEvent::MouseMove, {199, 10}, Qt::NoButton, Qt::LeftButton);
+    QCOMPARE(cell.reselections, 1);
     QCOMPARE(lines, (QStringList{u"selectOutside true"_s, u"selectOutside false"_s}));
 }
 

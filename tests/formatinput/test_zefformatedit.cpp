@@ -3,7 +3,10 @@
 #include <ZEFFormatEdit.h>
 #include <ZEFListValidator.h>
 
+#include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
+#include <QtCore/QTranslator>
 #include <QtGui/QClipboard>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
@@ -11,6 +14,7 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QVBoxLayout>
 
+#include <functional>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -142,6 +146,19 @@ public:
     }
 };
 
+// Accepts everything, and does something first.
+class ActingValidator : public QValidator {
+public:
+    std::function<void()> act;
+
+    State validate(QString&, int&) const override
+    {
+        if (act)
+            act();
+        return Acceptable;
+    }
+};
+
 const QString twoCells = uR"({3}(\d*)-{4}(\d*))"_s;
 const QString threeCells = u"{2}([a-z]*)-{2}([a-z]*)/{2}([a-z]*)"_s;
 
@@ -161,15 +178,21 @@ private Q_SLOTS:
     void carriesTheMinimumOver();
     void handsItsSettingsToCells();
     void handsCoercionsToAllLaterCells();
+    void startsTheOpenCoercionWhereTheClosedOnesEnd();
     void doesWhatTheManualSays();
+    void doesWhatTheHeaderSays();
     void buildsNothingFromAnEmptyFormat();
     void buildsCellsThatAcceptNothing();
     void showsSeparatorsAsTheyAreWritten();
     void reportsSyntaxErrors_data();
     void reportsSyntaxErrors();
+    void translatesSyntaxErrors();
+    void repaintsAfterAFormat_data();
+    void repaintsAfterAFormat();
     void keepsHugeCounts();
     void acceptsInvalidPatterns();
     void buildsFromAMegabyte();
+    void limitsItsCells();
     void makesItsConnections();
     void showsWhatItRebuilds();
 
@@ -179,6 +202,7 @@ private Q_SLOTS:
 
     void joinsItsText();
     void returnsTheFallbackText();
+    void emptiesTheFallbackTextAfterARebuild();
     void spreadsAText_data();
     void spreadsAText();
     void spreadsTextsThroughTheCase();
@@ -189,6 +213,7 @@ private Q_SLOTS:
     void asksTheOutsideValidator();
     void survivesTheOutsideValidator();
     void announcesItsValidity();
+    void judgesAnEmptyCellItself();
     void clearsAlternatesInSilence();
 
     void typesAcrossCells();
@@ -199,6 +224,7 @@ private Q_SLOTS:
     void sendsTheKeyOn();
     void stopsAKeyThatTravelsTooFar();
     void savesAndRestoresTheFocus();
+    void savesTheFocusOfItsOwnCellsOnly();
     void ignoresFocusThatLeaves();
 
     void copies();
@@ -214,15 +240,21 @@ private Q_SLOTS:
     void twoEditsCopyApart();
 
     void keepsItsMargins();
+    void limitsItsMargins_data();
+    void limitsItsMargins();
     void highlightsItsCells();
 
     void mayBeRebuiltOrDeletedFromASlot_data();
     void mayBeRebuiltOrDeletedFromASlot();
+    void givesDroppedCellsBackAfterNestedLoops();
     void mayBeDeletedByTheClipboard();
     void mayBeRebuiltWhileAKeyMovesOn();
     void mayBeDeletedWhileTheFocusMoves();
     void mayBeRebuiltFromTheContextMenu();
     void forgetsCellsThatOthersDelete();
+    void survivesAValidatorThatDeletesItsCell();
+    void survivesAValidatorThatRebuilds();
+    void keepsTheNewerVerdict();
     void deletesNestedLabelsOnce();
     void survivesASlotThatSetsTexts();
     void survivesTheLossOfItsLayout();
@@ -415,6 +447,8 @@ void TestZEFFormatEdit::handsCoercionsToAllLaterCells()
 {
     const auto edit = madeFrom(u"{2:0O|3:1I}([A-Z0-9]*)([A-Z]*)-{5}([A-Z0-9]*)([A-Z]*)"_s);
     QCOMPARE(edit->editor(0)->maxLength(), 5);
+    // The example "{2:ab|3:cd}": the open range starts where the closed one ends, at position 2. A further
+    // spec in front of the open one would be asked about position 1; only as the third it is in range.
     // Position 0 belongs to the closed range, which reads 0 as O. The open one comes second in the first
     // cell, and it starts at position 2: position 1, which it is asked about, is out of its range.
     edit->editor(0)->setText(u"0AAAA"_s);
@@ -433,6 +467,24 @@ void TestZEFFormatEdit::handsCoercionsToAllLaterCells()
     edit->editor(1)->setText(u"0A"_s);
     QVERIFY(edit->editor(0)->validate());
     QVERIFY(!edit->editor(1)->validate());
+}
+
+void TestZEFFormatEdit::startsTheOpenCoercionWhereTheClosedOnesEnd()
+{
+    const auto coerced = [](const QString& format, const QString& text) {
+        const auto edit = madeFrom(format);
+        edit->editor(0)->setText(text);
+        edit->editor(0)->validate();
+        return edit->editor(0)->text();
+    };
+    // The closed range is asked about position 0, the open one about position 1, before its start.
+    const QString two = uR"({2:ab|3:cd}(\w*)(b\w*|\wd\w*))"_s;
+    QCOMPARE(madeFrom(two)->editor(0)->maxLength(), 5);
+    QCOMPARE(coerced(two, u"aAAAA"_s), u"bAAAA"_s);
+    QCOMPARE(coerced(two, u"AcAAA"_s), u"AcAAA"_s);
+    // As the third one it is asked about position 2, which is its start here and lies before it below.
+    QCOMPARE(coerced(uR"({1:ab|1:ab|3:cd}(\w*)(\w\wd\w*))"_s, u"AAcAA"_s), u"AAdAA"_s);
+    QCOMPARE(coerced(uR"({1:ab|2:ab|3:cd}(\w*)(\w\wd\w*))"_s, u"AAcAA"_s), u"AAcAA"_s);
 }
 
 void TestZEFFormatEdit::doesWhatTheManualSays()
@@ -465,6 +517,15 @@ void TestZEFFormatEdit::doesWhatTheManualSays()
     edit->setFormat(uR"({2}(\d*)\+{2}(\d*))"_s);
     QCOMPARE(separators(edit.get()), QStringList{uR"( \+ )"_s});
     QVERIFY(edit->setText(u"12+34"_s));
+}
+
+void TestZEFFormatEdit::doesWhatTheHeaderSays()
+{
+    const auto key = madeFrom(u"{1:0O|1:0O|1:0O|1:0O|1:0O|}([A-Z0-9]*)([A-Z1-9]*)"
+                              u"-{5}([A-Z0-9]*)([A-Z1-9]*)-{5}([A-Z0-9]*)([A-Z1-9]*)"_s);
+    QVERIFY(key->setText(u"00000-00000-00000"_s));
+    QCOMPARE(key->validate(), QValidator::Acceptable);
+    QCOMPARE(key->text(), u"OOOOO-OOOOO-OOOOO"_s);
 }
 
 void TestZEFFormatEdit::buildsNothingFromAnEmptyFormat()
@@ -527,6 +588,64 @@ void TestZEFFormatEdit::reportsSyntaxErrors()
     }
 }
 
+void TestZEFFormatEdit::translatesSyntaxErrors()
+{
+    class Translator : public QTranslator {
+    public:
+        QString translate(const char* context, const char* text, const char*, int) const override
+        {
+            return QByteArrayView(context) == "ZEFFormatEdit"
+                ? u"<%1> "_s + QString::fromUtf8(text).remove(u"%1"_s)
+                : QString();
+        }
+        bool isEmpty() const override { return false; }
+    };
+    Translator translator;
+    QCoreApplication::installTranslator(&translator);
+    ZEFFormatEdit edit(nullptr);
+    edit.setFormat(u"{x}{1,2|}"_s);
+    QCOMPARE(TestLog::takeAll(),
+             (QStringList{u"debug: <x> Syntax error:  unexpected"_s,
+                          u"debug: <|> Syntax error:  unexpected after explicit minimum"_s}));
+}
+
+void TestZEFFormatEdit::repaintsAfterAFormat_data()
+{
+    QTest::addColumn<QString>("act");
+    for (const QString& act : {u"format"_s, u"alternate"_s, u"spacing"_s})
+        QTest::addRow("%s", qUtf8Printable(act)) << act;
+}
+
+void TestZEFFormatEdit::repaintsAfterAFormat()
+{
+    class Painted : public ZEFFormatEdit {
+    public:
+        using ZEFFormatEdit::ZEFFormatEdit;
+        int paintings = 0;
+
+    protected:
+        void paintEvent(QPaintEvent*) override { ++paintings; }
+    };
+    QFETCH(QString, act);
+    TestLog::allow(noSizeHints);
+    Painted edit(nullptr);
+    // Without a layout nothing but the edit itself asks for a painting.
+    delete edit.layout();
+    edit.resize(100, 40);
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    QTRY_VERIFY(edit.paintings > 0);
+    QCoreApplication::processEvents();
+    edit.paintings = 0;
+    if (act == u"format")
+        edit.parseFormat(QString(), 0);
+    else if (act == u"alternate")
+        edit.parseFormat(QString(), 7);
+    else
+        edit.setSpacing(3);
+    QTRY_COMPARE(edit.paintings, 1);
+}
+
 void TestZEFFormatEdit::keepsHugeCounts()
 {
     TestLog::allow(noSizeHints);
@@ -561,9 +680,25 @@ void TestZEFFormatEdit::buildsFromAMegabyte()
     QCOMPARE(edit->lineEditCount(), 1);
     QCOMPARE(edit->editor(0)->regexp().size(), 1024 * 1024);
     QTest::keyClick(edit->editor(0), Qt::Key_A);
-    edit->setFormat(u"{3:ab|}(a)"_s.repeated(2000));
-    QCOMPARE(edit->lineEditCount(), 2000);
+    edit->setFormat(u"{3:ab|}(a)"_s.repeated(100'000));
+    QCOMPARE(edit->lineEditCount(), 1000);
     edit->setFormat(QString());
+}
+
+void TestZEFFormatEdit::limitsItsCells()
+{
+    // The thousandth cell keeps its own final pattern and has no suffix; groups behind it are passed over.
+    const auto edit = madeFrom(u"-{1}(a)(a|b)"_s.repeated(1000) + u"+{1}(c?)(d)=(e?)(f)!{}"_s);
+    QCOMPARE(edit->lineEditCount(), 1000);
+    QCOMPARE(edit->findChildren<ZEFFormatCell*>().size(), 1000);
+    QCOMPARE(separators(edit.get()).size(), 1001);
+    QCOMPARE(edit->editor(999)->finalRegExp(), u"a|b"_s);
+    QCOMPARE(edit->editor(999)->suffix(), QString());
+    QVERIFY(edit->masterRegexp().endsWith(u"(a)(?:+)?(c?)(?:=)?(e?)(?:!)?$"_s));
+    edit->setFormat(u"a{}"_s.repeated(5000));
+    QCOMPARE(separators(edit.get()).size(), 1001);
+    edit->setFormat(u"(a)"_s.repeated(3) + u"b(c)"_s);
+    QCOMPARE(edit->lineEditCount(), 2);
 }
 
 void TestZEFFormatEdit::makesItsConnections()
@@ -625,8 +760,10 @@ void TestZEFFormatEdit::alternatesDropTheCells()
     const auto edit = madeFrom(twoCells);
     const QPointer<ZEFFormatCell> cell(edit->editor(0));
     edit->addAlternateCheck(u"(a)"_s, 1);
-    QVERIFY(!cell);
     QCOMPARE(edit->lineEditCount(), 0);
+    QVERIFY(!cell->parent());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!cell);
     QCOMPARE(edit->findChildren<QWidget*>().size(), 0);
     QCOMPARE(edit->format(), twoCells);
     QCOMPARE(edit->masterRegexp(), uR"(^(\d*)(?:-)?(\d*)$)"_s);
@@ -648,6 +785,7 @@ void TestZEFFormatEdit::checksAlternates()
     edit.addAlternateCheck(u"(a)-(b)"_s, 9);
     QCOMPARE(edit.checkAlternates(u"12"_s), 3);
     QCOMPARE(edit.checkAlternates(u"ab"_s), 3);
+    QCOMPARE(edit.checkAlternates(u"AB"_s), 0);
     QCOMPARE(edit.checkAlternates(u"a-b"_s), 9);
     QCOMPARE(edit.checkAlternates(u"12x"_s), 0);
     QCOMPARE(edit.checkAlternates(u"x12"_s), 0);
@@ -689,6 +827,17 @@ void TestZEFFormatEdit::returnsTheFallbackText()
 
     edit.m_fallbackText = u"fallback"_s;
     edit.clearAlternate();
+    QCOMPARE(edit.text(), QString());
+}
+
+void TestZEFFormatEdit::emptiesTheFallbackTextAfterARebuild()
+{
+    Observed edit(nullptr);
+    edit.setFormat(twoCells);
+    edit.m_fallbackText = u"nothing"_s;
+    connect(&edit, &ZEFFormatEdit::textChanged, this, [&] { edit.setFormat(threeCells); });
+    QVERIFY(edit.ZEFFormatEdit::setText(u"1-2"_s));
+    QCOMPARE(edit.lineEditCount(), 3);
     QCOMPARE(edit.text(), QString());
 }
 
@@ -863,6 +1012,23 @@ void TestZEFFormatEdit::announcesItsValidity()
     QCOMPARE(lines, (QStringList{u"text 2 2"_s, u"text 2 2"_s, u"text 2 2"_s}));
 }
 
+void TestZEFFormatEdit::judgesAnEmptyCellItself()
+{
+    const auto edit = madeFrom(u"{1,2}([a-z]*)"_s);
+    ActingValidator validator;
+    int asked = 0;
+    validator.act = [&] { ++asked; };
+    edit->setValidator(&validator);
+    edit->setText(u"a"_s);
+    QCOMPARE(edit->state(), QValidator::Acceptable);
+    QCOMPARE(asked, 1);
+    edit->editor(0)->setText(QString());
+    QCOMPARE(edit->state(), QValidator::Invalid);
+    QCOMPARE(asked, 1);
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+    QCOMPARE(asked, 2);
+}
+
 void TestZEFFormatEdit::clearsAlternatesInSilence()
 {
     const auto edit = madeFrom(twoCells);
@@ -1031,9 +1197,9 @@ void TestZEFFormatEdit::sendsTheKeyOn()
 void TestZEFFormatEdit::stopsAKeyThatTravelsTooFar()
 {
     // Each empty cell hands a Backspace on from within its own event.
-    const auto edit = madeFrom(u"{1}(a){1}(b)"_s.repeated(1000));
+    const auto edit = madeFrom(u"{1}(a){1}(b)"_s.repeated(500));
     edit->editor(0)->setText(u"a"_s);
-    QTest::keyClick(edit->editor(1999), Qt::Key_Backspace);
+    QTest::keyClick(edit->editor(999), Qt::Key_Backspace);
     QCOMPARE(edit->text(), u"a"_s);
     QTest::keyClick(edit->editor(100), Qt::Key_Backspace);
     QCOMPARE(edit->text(), QString());
@@ -1076,6 +1242,32 @@ void TestZEFFormatEdit::savesAndRestoresTheFocus()
     Observed observed(nullptr);
     observed.setFocus();
     QCOMPARE(observed.calls, QStringList{u"restoreFocus"_s});
+}
+
+void TestZEFFormatEdit::savesTheFocusOfItsOwnCellsOnly()
+{
+    Form form(threeCells);
+    auto* other = new ZEFFormatEdit(&form);
+    form.layout()->addWidget(other);
+    other->setFormat(threeCells);
+    auto* plain = new QLineEdit(form.edit);
+    QVERIFY(form.activate());
+
+    form.edit->editor(1)->setFocus();
+    form.edit->saveFocus();
+    other->editor(2)->setFocus();
+    form.edit->saveFocus();
+    form.edit->restoreFocus();
+    QCOMPARE(form.focused(), 0);
+
+    form.edit->editor(1)->setFocus();
+    form.edit->saveFocus();
+    plain->show();
+    plain->setFocus();
+    QVERIFY(plain->hasFocus());
+    form.edit->saveFocus();
+    form.edit->restoreFocus();
+    QCOMPARE(form.focused(), 0);
 }
 
 void TestZEFFormatEdit::ignoresFocusThatLeaves()
@@ -1324,10 +1516,36 @@ void TestZEFFormatEdit::keepsItsMargins()
     edit.setSpacing(9);
     QCOMPARE(edit.spacing(), 9);
     QCOMPARE(edit.layout()->spacing(), 9);
-    edit.setLeftMargin(most);
-    edit.setSpacing(most);
-    QCOMPARE(edit.leftMargin(), QWIDGETSIZE_MAX);
-    QCOMPARE(edit.spacing(), QWIDGETSIZE_MAX);
+}
+
+void TestZEFFormatEdit::limitsItsMargins_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("expected");
+    QTest::addRow("the greatest") << most << QWIDGETSIZE_MAX;
+    QTest::addRow("the greatest that counts") << QWIDGETSIZE_MAX << QWIDGETSIZE_MAX;
+    QTest::addRow("negative") << -5 << -5;
+    QTest::addRow("the least") << least << -QWIDGETSIZE_MAX;
+}
+
+void TestZEFFormatEdit::limitsItsMargins()
+{
+    QFETCH(int, value);
+    QFETCH(int, expected);
+    const auto edit = madeFrom(twoCells);
+    edit->setLeftMargin(value);
+    edit->setTopMargin(value);
+    edit->setRightMargin(value);
+    edit->setBottomMargin(value);
+    // Negative margins and spacings are the style's.
+    QWidget plain;
+    const QHBoxLayout plainLayout(&plain);
+    QCOMPARE(edit->layout()->contentsMargins(),
+             expected < 0 ? plainLayout.contentsMargins() : QMargins(expected, expected, expected, expected));
+    edit->setSpacing(value);
+    QCOMPARE(edit->spacing(), expected < 0 ? ZEFFormatEdit(nullptr).spacing() : expected);
+    TestLog::allow(QRegularExpression(u"warning: QWidget::setMinimumSize: .*"_s));
+    edit->layout()->activate();
 }
 
 void TestZEFFormatEdit::highlightsItsCells()
@@ -1345,12 +1563,17 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot_data()
     QTest::addColumn<QString>("act");
     QTest::addColumn<QString>("reaction");
 
-    const QStringList signalNames = {u"textChanged"_s, u"validityChanged"_s, u"cell textChanged"_s,
-                                     u"moveRight"_s,   u"moveLeft"_s,        u"focusOut"_s};
-    const QStringList acts = {u"type"_s,      u"backspace"_s, u"paste"_s,  u"middle"_s,   u"setText"_s,
-                              u"cell text"_s, u"cut"_s,       u"insert"_s, u"validate"_s, u"left"_s};
-    const QStringList reactions = {u"rebuild"_s, u"empty"_s, u"alternate"_s, u"delete edit"_s,
-                                   u"delete form"_s};
+    const QStringList signalNames = {
+        u"textChanged"_s,      u"validityChanged"_s,  u"cell textChanged"_s,
+        u"moveRight"_s,        u"moveLeft"_s,         u"focusOut"_s,
+        u"line textChanged"_s, u"selectionChanged"_s, u"cursorPositionChanged"_s};
+    const QStringList acts = {u"type"_s,         u"backspace"_s, u"paste"_s,      u"middle"_s,
+                              u"setText"_s,      u"cell text"_s, u"cut"_s,        u"insert"_s,
+                              u"validate"_s,     u"left"_s,      u"select all"_s, u"property"_s,
+                              u"line setText"_s, u"line clear"_s};
+    const QStringList reactions = {
+        u"rebuild"_s,     u"empty"_s,           u"alternate"_s,          u"delete edit"_s,
+        u"delete form"_s, u"rebuild in exec"_s, u"delete edit in exec"_s};
     for (const QString& signal : signalNames) {
         for (const QString& act : acts) {
             for (const QString& reaction : reactions) {
@@ -1384,22 +1607,36 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
 
     int reacted = 0;
     auto context = std::make_unique<QObject>();
-    const auto react = [&] {
-        if (reacted++ > 0)
-            return;
-        if (reaction == u"rebuild")
+    const bool inExec = reaction.endsWith(u" in exec");
+    const QString action = reaction.chopped(inExec ? 8 : 0);
+    const auto change = [&] {
+        if (action == u"rebuild")
             edit->setFormat(threeCells);
-        else if (reaction == u"empty")
+        else if (action == u"empty")
             edit->setFormat(QString());
-        else if (reaction == u"alternate")
+        else if (action == u"alternate")
             edit->addAlternateCheck(twoCells, 1);
-        else if (reaction == u"delete edit")
+        else if (action == u"delete edit")
             delete edit.data();
         else
             delete form.data();
+    };
+    const auto react = [&] {
+        if (reacted++ > 0)
+            return;
+        if (inExec) {
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [&] {
+                change();
+                QTimer::singleShot(0, &loop, &QEventLoop::quit);
+            });
+            loop.exec();
+        } else {
+            change();
+        }
         // The cells are gone for everybody, although one of them may still be working.
         if (edit) {
-            QCOMPARE(edit->lineEditCount(), reaction == u"rebuild" ? 3 : 0);
+            QCOMPARE(edit->lineEditCount(), action == u"rebuild" ? 3 : 0);
             QCOMPARE(edit->findChildren<ZEFFormatCell*>().size(), edit->lineEditCount());
             QCOMPARE(edit->focusProxy(), edit->lineEditCount() > 0 ? edit->editor(0) : nullptr);
         }
@@ -1419,6 +1656,12 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
             connect(cell, &ZEFFormatCell::moveLeft, context.get(), react);
         else if (signal == u"focusOut")
             connect(cell, &ZEFFormatCell::focusOut, context.get(), react);
+        else if (signal == u"line textChanged")
+            connect(cell, &QLineEdit::textChanged, context.get(), react);
+        else if (signal == u"selectionChanged")
+            connect(cell, &QLineEdit::selectionChanged, context.get(), react);
+        else if (signal == u"cursorPositionChanged")
+            connect(cell, &QLineEdit::cursorPositionChanged, context.get(), react);
     }
     if (signal == u"validityChanged")
         edit->editor(1)->setFinalRegExp(u"never"_s);
@@ -1442,11 +1685,20 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
         cells.at(1)->cut();
     else if (act == u"insert")
         cells.at(0)->insert(u"z"_s);
+    else if (act == u"select all")
+        cells.at(0)->selectAll();
+    else if (act == u"property")
+        cells.at(0)->setProperty("text", u"B"_s);
+    else if (act == u"line setText")
+        cells.at(0)->QLineEdit::setText(u"B"_s);
+    else if (act == u"line clear")
+        cells.at(0)->QLineEdit::clear();
     else
         edit->validate();
 
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    if (reacted > 0) {
+    // A cell that was dropped in a nested event loop waits for the end of that loop and for the next one.
+    if (reacted > 0 && !inExec) {
         for (const QPointer<ZEFFormatCell>& cell : cells)
             QVERIFY(!cell);
     }
@@ -1457,6 +1709,30 @@ void TestZEFFormatEdit::mayBeRebuiltOrDeletedFromASlot()
     }
     context.reset();
     delete form.data();
+}
+
+void TestZEFFormatEdit::givesDroppedCellsBackAfterNestedLoops()
+{
+    QPointer<ZEFFormatCell> dropped;
+    bool aliveInside = false;
+    QEventLoop outer;
+    QTimer::singleShot(0, &outer, [&] {
+        const auto edit = madeFrom(twoCells);
+        dropped = edit->editor(0);
+        connect(dropped, &QLineEdit::textChanged, &outer, [&] {
+            QEventLoop inner;
+            QTimer::singleShot(0, &inner, [&] { edit->setFormat(threeCells); });
+            QTimer::singleShot(20, &inner, &QEventLoop::quit);
+            inner.exec();
+            aliveInside = !dropped.isNull() && !dropped->parent();
+        });
+        dropped->QLineEdit::setText(u"1"_s);
+        QCOMPARE(edit->lineEditCount(), 3);
+        QTimer::singleShot(0, &outer, [&] { QTimer::singleShot(20, &outer, &QEventLoop::quit); });
+    });
+    outer.exec();
+    QVERIFY(aliveInside);
+    QVERIFY(!dropped);
 }
 
 void TestZEFFormatEdit::mayBeDeletedByTheClipboard()
@@ -1534,14 +1810,71 @@ void TestZEFFormatEdit::forgetsCellsThatOthersDelete()
     delete edit->editor(1);
     QCOMPARE(edit->lineEditCount(), 2);
     QCOMPARE(edit->text(), u"ab/ef"_s);
+    QCOMPARE(edit->editor(1)->id(), 1);
     edit->restoreFocus();
     edit->moveRight(0, nullptr);
+    delete edit->editor(0);
+    QCOMPARE(edit->focusProxy(), edit->editor(0));
+    QCOMPARE(edit->editor(0)->id(), 0);
+    QCOMPARE(edit->text(), u"/ef"_s);
+    delete edit->editor(0);
+    QVERIFY(!edit->focusProxy());
     edit->setFormat(twoCells);
     QCOMPARE(edit->lineEditCount(), 2);
     // Nor those that others take away.
     const std::unique_ptr<ZEFFormatCell> taken(edit->editor(0));
     taken->setParent(nullptr);
     QCOMPARE(edit->lineEditCount(), 1);
+}
+
+void TestZEFFormatEdit::survivesAValidatorThatDeletesItsCell()
+{
+    const auto edit = madeFrom(threeCells);
+    ActingValidator validator;
+    edit->editor(0)->setValidator(&validator);
+    edit->editor(2)->setFinalRegExp(u"never"_s);
+    validator.act = [&] { delete edit->editor(0); };
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+    QCOMPARE(edit->lineEditCount(), 2);
+    edit->editor(1)->setText(u"x"_s);
+    QCOMPARE(edit->validate(), QValidator::Invalid);
+}
+
+void TestZEFFormatEdit::survivesAValidatorThatRebuilds()
+{
+    const auto edit = madeFrom(threeCells);
+    ActingValidator validator;
+    int rebuilds = 0;
+    validator.act = [&] {
+        ++rebuilds;
+        edit->setFormat(threeCells);
+        edit->editor(0)->setValidator(&validator);
+    };
+    edit->editor(0)->setValidator(&validator);
+    QCOMPARE(edit->validate(), QValidator::Invalid);
+    QCOMPARE(rebuilds, 17);
+    validator.act = nullptr;
+    QCOMPARE(edit->validate(), QValidator::Acceptable);
+}
+
+void TestZEFFormatEdit::keepsTheNewerVerdict()
+{
+    // While the second cell is rewritten to upper case, a receiver spoils the first one.
+    const auto edit = madeFrom(u"{2}([a-z]*)([a-z]*)-{2}([A-Za-z]*)([A-Z]*)"_s);
+    edit->setText(u"ab-CD"_s);
+    QCOMPARE(edit->state(), QValidator::Acceptable);
+    QStringList states;
+    connect(edit.get(), &ZEFFormatEdit::validityChanged, this,
+            [&](QValidator::State state) { states += QString::number(state); });
+    connect(edit->editor(1), &QLineEdit::textChanged, this, [&](const QString& text) {
+        if (text == u"XY")
+            edit->editor(0)->setText(u"1"_s);
+    });
+    edit->editor(1)->setText(u"xy"_s);
+    QCOMPARE(texts(edit.get()), (QStringList{u"1"_s, u"XY"_s}));
+    QCOMPARE(edit->validate(), QValidator::Invalid);
+    QCOMPARE(edit->state(), QValidator::Invalid);
+    QCOMPARE(states, QStringList{u"0"_s});
 }
 
 void TestZEFFormatEdit::deletesNestedLabelsOnce()

@@ -5,6 +5,8 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QApplication>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -38,6 +40,7 @@ private Q_SLOTS:
     void aNewMessageMayComeWithoutANewState();
     void aReceiverMayDeleteIt_data();
     void aReceiverMayDeleteIt();
+    void keepsTheOutcomeOfAReceiver();
     void aSubclassCanRecordItsOwnOutcome();
     void doesNotFixUp();
 };
@@ -198,6 +201,21 @@ void TestZEFListValidator::aReceiverMayDeleteIt()
         connect(validator, &ZEFListValidator::validityMessageChanged, this, [&] { delete validator; });
     QCOMPARE(validated(*validator, u"AB12"_s), QValidator::Acceptable);
     QVERIFY(!validator);
+}
+
+void TestZEFListValidator::keepsTheOutcomeOfAReceiver()
+{
+    ZEFListValidator validator(nullptr, {u"AB"_s});
+    QString other = u"XY"_s;
+    QString text = u"AB"_s;
+    int position = 0;
+    bool nested = false;
+    QObject::connect(&validator, &ZEFListValidator::validityChanged, &validator, [&] {
+        if (!std::exchange(nested, true))
+            validator.validate(other, position);
+    });
+    QCOMPARE(validator.validate(text, position), QValidator::Invalid);
+    QCOMPARE(validator.lastMessage(), u"%{list_invalid_message}"_s);
 }
 
 void TestZEFListValidator::aSubclassCanRecordItsOwnOutcome()

@@ -4,6 +4,7 @@
 
 #include <ZEFLightStdButton.h>
 
+#include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 #include <QtWidgets/QApplication>
@@ -157,6 +158,7 @@ private Q_SLOTS:
     void sizes_data();
     void sizes();
     void noEndlessRepaint();
+    void paintEventOutsideOfPainting();
 };
 
 void TestZEFLightStdButton::metaObject()
@@ -907,6 +909,17 @@ void TestZEFLightStdButton::noEndlessRepaint()
             QCoreApplication::processEvents();
     }
     QCOMPARE(paints.count, before);
+}
+
+void TestZEFLightStdButton::paintEventOutsideOfPainting()
+{
+    TestLog::allow(QRegularExpression(QStringLiteral("warning: QWidget::paintEngine: .*")));
+    TestLog::allow(QRegularExpression(QStringLiteral("warning: QPainter::.*")));
+    Variant button;
+    button.resize(ButtonSize);
+    QPaintEvent event(button.rect());
+    QApplication::sendEvent(&button, &event);
+    QCOMPARE(button.initialisations, 1);
 }
 
 ZEF_TEST_MAIN(TestZEFLightStdButton)

@@ -9,6 +9,8 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QStyle>
 
+#include <limits>
+
 namespace {
 
 QPixmap filled(Qt::GlobalColor color)
@@ -411,6 +413,8 @@ void TestZEFToggleButton::spacing_data()
     QTest::newRow("wider") << 10 << 10;
     QTest::newRow("none") << 0 << 0;
     QTest::newRow("the style's own") << -1 << -1;
+    QTest::newRow("the least") << std::numeric_limits<int>::min() << -1;
+    QTest::newRow("the greatest") << std::numeric_limits<int>::max() << QWIDGETSIZE_MAX;
 }
 
 void TestZEFToggleButton::spacing()
@@ -421,7 +425,14 @@ void TestZEFToggleButton::spacing()
     button.resize(200, 40);
     QVERIFY(button.setProperty("spacing", spacing));
     QCOMPARE(button.spacing(), spacing);
+    // The gap alone is as wide as Qt lets the button be.
+    if (gap == QWIDGETSIZE_MAX)
+        TestLog::allow(QRegularExpression(QStringLiteral("warning: QWidget::setMinimumSize: .*")));
     button.layout()->activate();
+    if (gap == QWIDGETSIZE_MAX) {
+        QCOMPARE(button.layout()->spacing(), gap);
+        return;
+    }
     const int actual = textLabel(button)->x() - (imageLabel(button)->x() + imageLabel(button)->width());
     QCOMPARE(actual, gap < 0 ? button.style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing) : gap);
 }
