@@ -28,14 +28,14 @@ else()
 endif()
 
 # zefui_add_test(<program> SOURCES <source>... [LIBRARIES <target>...] [PLATFORMS offscreen|xcb...]
-#                [TIMEOUT <seconds>] [INTERNALS])
+#                [STARTS <program>...] [TIMEOUT <seconds>] [INTERNALS])
 # Builds a test program and registers it as <program>.<platform>, by default on the offscreen platform
 # only. On xcb each program runs on an X server and under a window manager of its own. For Windows it is
 # registered once, as <program>.windows; a cross-built program runs under Wine and is skipped when a DLL
-# that it needs is not there. With INTERNALS the program reaches the library's own classes too; without,
-# only what the library exports.
+# that it needs, or that a program which it STARTS needs, is not there. With INTERNALS the program reaches
+# the library's own classes too; without, only what the library exports.
 function(zefui_add_test program)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNALS" "TIMEOUT" "SOURCES;LIBRARIES;PLATFORMS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNALS" "TIMEOUT" "SOURCES;LIBRARIES;PLATFORMS;STARTS")
     if(WIN32)
         set(arg_PLATFORMS windows)
     elseif(NOT arg_PLATFORMS)
@@ -48,6 +48,12 @@ function(zefui_add_test program)
     add_executable(${program} ${arg_SOURCES})
     zefui_compile_options(${program})
     target_link_libraries(${program} PRIVATE ${library} zefui_test_support Qt6::Test ${arg_LIBRARIES})
+    set(started "")
+    if(arg_STARTS)
+        add_dependencies(${program} ${arg_STARTS})
+        list(TRANSFORM arg_STARTS REPLACE "(.+)" "$<TARGET_FILE:\\1>" OUTPUT_VARIABLE started)
+        list(JOIN started ":" started)
+    endif()
 
     foreach(platform IN LISTS arg_PLATFORMS)
         if(platform STREQUAL "xcb")
@@ -66,6 +72,8 @@ function(zefui_add_test program)
         if(CMAKE_CROSSCOMPILING)
             # The code of tests/support/with-wine; a test program exits with at most 127.
             set_tests_properties(${program}.${platform} PROPERTIES SKIP_RETURN_CODE 200)
+            set_property(TEST ${program}.${platform} APPEND PROPERTY
+                ENVIRONMENT "ZEFUI_WINE_STARTED=${started}")
         elseif(WIN32)
             # A program finds the DLLs of Qt, and of the compiler, only along PATH.
             cmake_path(GET CMAKE_CXX_COMPILER PARENT_PATH compiler_folder)

@@ -11,6 +11,7 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QScrollArea>
+#include <QtWidgets/QStyle>
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
@@ -46,6 +47,8 @@ int renderAll(const QString& path)
         QTextStream(stderr) << "gallery: cannot create " << path << '\n';
         return 1;
     }
+    // The colours of this desktop are not those of the manual.
+    QApplication::setPalette(QApplication::style()->standardPalette());
     int failures = 0;
     const QList<Page*> pages = createPages();
     for (Page* page : pages) {
