@@ -11,7 +11,8 @@ ToolRun runTool(const QString& program, const QStringList& arguments, const QStr
     ToolRun run;
     if (process.waitForFinished(longestRun) && process.exitStatus() == QProcess::NormalExit)
         run.status = process.exitCode();
-    run.output = process.readAllStandardOutput();
-    run.errors = process.readAllStandardError();
+    // Windows ends lines of text with both characters.
+    run.output = process.readAllStandardOutput().replace("\r\n", "\n");
+    run.errors = process.readAllStandardError().replace("\r\n", "\n");
     return run;
 }

@@ -5,6 +5,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -15,7 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString samples = QStringLiteral(SAMPLES);
+// With the drive on Windows, since programs run in folders of other drives.
+const QString samples = QFileInfo(QStringLiteral(SAMPLES)).absoluteFilePath();
 
 QByteArray contentsOf(const QString& path)
 {
@@ -338,8 +340,10 @@ void TestZEFUILint::whatCannotBeRunIsSaidInOneLine_data()
     QTest::newRow("no such file") << none << QStringList{u"absent.ui"_s}
                                   << QByteArray("absent.ui: there is no such file");
     QTest::newRow("a folder") << none << QStringList{u"."_s} << QByteArray(".: is a folder, not a file");
+#ifndef Q_OS_WIN
     QTest::newRow("a device") << none << QStringList{u"/dev/zero"_s}
                               << QByteArray("/dev/zero: is not an ordinary file");
+#endif
     QTest::newRow("empty") << none << theFile << QByteArray("f.ui:1: ");
     QTest::newRow("broken XML") << QByteArray(
         "<ui version=\"4.0\">\n<widget class=\"QWidget\" name=\"a\">\n</ui>\n")
@@ -419,7 +423,8 @@ void TestZEFUILint::anUnreadableFolderOrFileIsRefused()
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"f.ui"_s);
     write(path, formWith(QByteArray()));
-    QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions()));
+    if (!QFile::setPermissions(path, QFileDevice::Permissions()))
+        QSKIP("This system makes no file unreadable");
     if (QFile readable(path); readable.open(QIODevice::ReadOnly))
         QSKIP("This user may read everything");
     const ToolRun run = lint({u"f.ui"_s}, folder.path());
@@ -439,7 +444,10 @@ void TestZEFUILint::aFailureLeavesTheOldReport()
     const ToolRun unwritable =
         lint({u"--output"_s, u"absent/report.txt"_s, samples + u"/close-twice/bad.ui"}, folder.path());
     QCOMPARE(unwritable.status, 2);
-    QCOMPARE(unwritable.errors, QByteArray("zefui-lint: absent/report.txt: No such file or directory\n"));
+    QFile nowhere(folder.filePath(u"absent/report.txt"_s));
+    QVERIFY(!nowhere.open(QIODevice::WriteOnly));
+    const QByteArray reason = nowhere.errorString().toUtf8();
+    QCOMPARE(unwritable.errors, "zefui-lint: absent/report.txt: " + reason + '\n');
 }
 
 void TestZEFUILint::deepNestingIsNoProblem()
