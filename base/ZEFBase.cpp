@@ -9,7 +9,7 @@ namespace {
 
 Q_LOGGING_CATEGORY(logChannel, "zef.log", QtInfoMsg)
 
-QMutex handlerMutex;
+QMutex handlerMutex; // clazy:exclude=non-pod-global-static
 
 ZEFBase::LogHandler& currentHandler()
 {

@@ -21,6 +21,8 @@ endif()
 
 set(ZEFUI_SANITIZE "" CACHE STRING "Sanitizers to build everything with, e.g. address,undefined")
 option(ZEFUI_COVERAGE "Instrument for gcov" OFF)
+set(ZEFUI_DISABLE_DEPRECATED_UP_TO 0x060400 CACHE STRING
+    "What Qt calls deprecated up to this version is not there while compiling, e.g. 0x060800")
 
 if(ZEFUI_SANITIZE)
     add_compile_options(-fsanitize=${ZEFUI_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
@@ -59,6 +61,11 @@ endfunction()
 
 # zefui_compile_options(<target>...): this project's warnings and Qt restrictions, private to the target
 function(zefui_compile_options)
+    # Qt 6.5 gave the macro a better name, and keeps the old one for older code only
+    set(deprecated QT_DISABLE_DEPRECATED_BEFORE)
+    if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
+        set(deprecated QT_DISABLE_DEPRECATED_UP_TO)
+    endif()
     foreach(target IN LISTS ARGN)
         zefui_version_resource(${target})
         target_compile_definitions(${target} PRIVATE
@@ -69,7 +76,7 @@ function(zefui_compile_options)
             QT_NO_FOREACH
             QT_NO_KEYWORDS
             QT_USE_QSTRINGBUILDER
-            QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+            ${deprecated}=${ZEFUI_DISABLE_DEPRECATED_UP_TO})
         if(MSVC)
             target_compile_options(${target} PRIVATE /W4 /utf-8 /permissive-)
         else()

@@ -14,7 +14,7 @@ public:
 protected:
     // A cut text would be saved into the form, and its tool tip with it.
     // NOLINTNEXTLINE(bugprone-parent-virtual-call)
-    void paintEvent(QPaintEvent* e) override { QLabel::paintEvent(e); }
+    void paintEvent(QPaintEvent* e) override { QLabel::paintEvent(e); } // clazy:exclude=skipped-base-method
 };
 
 //! Designer knows no bases that are this library's own.

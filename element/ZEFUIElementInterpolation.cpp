@@ -30,7 +30,7 @@ namespace {
  * The widgets below a host by name, found in one walk: a request may hold 100,000 keys. Slots may change
  * the form between two keys; the walk is then made again.
  */
-class WidgetsByName : public QObject {
+class WidgetsByName : public QObject { // clazy:exclude=missing-qobject-macro
 public:
     explicit WidgetsByName(QWidget* host)
         : m_host(host)

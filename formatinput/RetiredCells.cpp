@@ -31,8 +31,8 @@ void RetiredCells::watchEventLoops()
     if (m_watch)
         return;
     if (const QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance())
-        m_watch =
-            QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, [this] { deleteIdle(); });
+        m_watch = QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, dispatcher,
+                                   [this] { deleteIdle(); });
 }
 
 int RetiredCells::loopLevel()

@@ -30,7 +30,7 @@ constexpr int maxNestedRewrites = 16;
 
 // Qt's validator with one difference: an invalid pattern refuses everything in silence, where Qt would
 // print a warning at every keystroke.
-class PatternValidator : public QRegularExpressionValidator {
+class PatternValidator : public QRegularExpressionValidator { // clazy:exclude=missing-qobject-macro
 public:
     using QRegularExpressionValidator::QRegularExpressionValidator;
 
@@ -56,7 +56,7 @@ struct Measured {
     int dpi = 0;
     int width = 0;
 };
-std::optional<Measured> lastMeasured;
+std::optional<Measured> lastMeasured; // clazy:exclude=non-pod-global-static
 bool forgetsMeasured = false;
 
 void forgetMeasured()

@@ -15,5 +15,5 @@ private:
     Q_DISABLE_COPY_MOVE(Utf8Console)
 
     //! What the console had before; 0 when there is no console or nothing to restore.
-    unsigned m_previous = 0;
+    [[maybe_unused]] unsigned m_previous = 0;
 };

@@ -40,7 +40,8 @@ bool fill(const QJsonObject& root, Values* values, QString* error)
                 *error = u"\"dictionaries\" must be an array"_s;
                 return false;
             }
-            for (const QJsonValue& dictionary : member.value().toArray()) {
+            const QJsonArray dictionaries = member.value().toArray();
+            for (const QJsonValue& dictionary : dictionaries) {
                 values->dictionaries.emplaceBack();
                 if (!readDictionary(dictionary, u"each of the \"dictionaries\""_s,
                                     &values->dictionaries.back(), error))

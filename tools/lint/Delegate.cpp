@@ -227,7 +227,8 @@ bool readSignatures(const QString& text, const QJsonDocument& document, Delegate
         *error = delegate->path + u": must hold an array of signatures";
         return false;
     }
-    for (const QJsonValue& value : document.array()) {
+    const QJsonArray signatures = document.array();
+    for (const QJsonValue& value : signatures) {
         const QString signature = value.toString();
         // A name of its own makes a signature without a return type read like a declaration.
         auto method = methodFrom(cppTokens(u"void " + signature, nullptr));
