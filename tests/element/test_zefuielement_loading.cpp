@@ -2,6 +2,7 @@
 
 #include <ZEFTranslatorCache.h>
 
+#include <QtCore/QTemporaryDir>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void missingFormLinesInOrder();
     void missingForm_data();
     void missingForm();
+    void namesStayInsideTheResources();
     void brokenFormIsReported();
     void unknownTopClassIsReported();
     void translatesWhileTheFormIsBuiltOnly();
@@ -318,6 +320,19 @@ void TestZEFUIElementLoading::missingForm()
     QCOMPARE(TestLog::take(u"debug: "_s),
              QStringList(u"debug: Could not open file :/forms/"_s + name + u".ui for reading"_s));
     QVERIFY(TestLog::take(u"log: "_s).contains(u"log: Loading form "_s + name + u" for locale en"_s));
+}
+
+void TestZEFUIElementLoading::namesStayInsideTheResources()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QFile::copy(u":/forms/plain.ui"_s, folder.filePath(u"outside.ui"_s)));
+    QString name = folder.filePath(u"outside"_s);
+    for (int i = 0; i < 12; ++i) {
+        const ZEFUIWidget host(name, QString(), nullptr, Qt::WindowFlags(), nullptr);
+        QVERIFY2(!host.element()->loaded(), qPrintable(name));
+        name.prepend(u"../"_s);
+    }
+    TestLog::takeAll();
 }
 
 void TestZEFUIElementLoading::brokenFormIsReported()

@@ -103,6 +103,12 @@ void FormRequestTest::refuses_data()
         "\"set\": the value of \"a_b\" must be a text");
     row("set without underscore", R"({"form": "x", "set": {"ab": "1"}})",
         "\"set\": \"ab\" is not of the form <widget>_<property>");
+    row("set a style sheet", R"({"form": "x", "set": {"user_styleSheet": "a"}})",
+        "\"set\": \"user_styleSheet\" names no property that a client may set");
+    row("set a text format", R"({"form": "x", "set": {"user_textFormat_text": "RichText"}})",
+        "\"set\": \"user_textFormat_text\" names no property that a client may set");
+    row("set nothing", R"({"form": "x", "set": {"user_": "a"}})",
+        "\"set\": \"user_\" names no property that a client may set");
     row("show a text", R"({"form": "x", "show": "a"})", "\"show\" must be a list");
     row("hide with a number", R"({"form": "x", "hide": [1]})", "each entry of \"hide\" must be a text");
     row("display a list", R"({"form": "x", "display": []})", "\"display\" must be an object");

@@ -499,16 +499,12 @@ void FormServiceTest::survivesOddProperties_data()
     const auto row = [](const char* property, const QByteArray& value) {
         QTest::newRow(property) << QByteArray(property) << value;
     };
-    row("productKey_objectName", "other");
-    row("productKey_format", "");
-    row("keyMessage_objectName", "other");
-    row("form_objectName", "close");
     row("form_visible", "false");
     row("form_enabled", "false");
-    row("okButton_objectName", "close");
+    row("productKey_checked", "true");
+    row("okButton_value", "x");
+    row("keyMessage_text_text", "");
     row("_text", "unnamed");
-    row("okButton_", "x");
-    row("__", "x");
 }
 
 void FormServiceTest::survivesOddProperties()

@@ -18,6 +18,21 @@ QString quoted(const QString& text)
     return u'"' + (text.size() > longestQuote ? text.first(longestQuote) + u'…' : text) + u'"';
 }
 
+/*!
+ * What "set" reaches. Others would let a client break out of its texts: a style sheet opens files, a text
+ * format makes markup of the next text, a new object name takes the clicks of another widget.
+ */
+const QStringList& clientProperties()
+{
+    static const QStringList properties = {
+        QStringLiteral("checked"),  QStringLiteral("currentIndex"), QStringLiteral("currentText"),
+        QStringLiteral("enabled"),  QStringLiteral("plainText"),    QStringLiteral("placeholderText"),
+        QStringLiteral("readOnly"), QStringLiteral("text"),         QStringLiteral("title"),
+        QStringLiteral("value"),    QStringLiteral("visible"),
+    };
+    return properties;
+}
+
 //! Reads the members of one request and remembers the first thing that was wrong.
 class MemberReader {
 public:
@@ -93,6 +108,8 @@ public:
         for (const QString& key : keys) {
             if (!key.contains(u'_'))
                 fail(where + u": " + quoted(key) + u" is not of the form <widget>_<property>");
+            else if (!clientProperties().contains(key.section(u'_', 1, 1)))
+                fail(where + u": " + quoted(key) + u" names no property that a client may set");
         }
         return values;
     }
