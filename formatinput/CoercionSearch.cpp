@@ -1,26 +1,24 @@
 #include "CoercionSearch.h"
 
-#include <chrono>
 #include <utility>
 
 namespace {
 
 constexpr qint64 maxTexts = 200'000;
 constexpr qint64 maxCharacters = 50'000'000;
-// A pattern may need very long for a single text.
-constexpr std::chrono::seconds maxTime(2);
 
 } // namespace
 
-CoercionSearch::CoercionSearch(const QString& text, int positions)
+CoercionSearch::CoercionSearch(const QString& text, int positions, std::chrono::milliseconds longestTime)
     : m_text(text)
     , m_positionCount(positions)
+    , m_longestTime(longestTime)
 {
 }
 
 bool CoercionSearch::run(const Vary& vary, const Passes& passes, QString* found)
 {
-    m_deadline.setRemainingTime(maxTime);
+    m_deadline.setRemainingTime(m_longestTime);
     findPositions(vary);
     qint64 texts = 0;
     for (qsizetype pass = 0; pass < m_text.size() && !m_candidates.isEmpty(); ++pass) {

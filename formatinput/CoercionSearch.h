@@ -6,6 +6,7 @@
 #include <QtCore/QSet>
 #include <QtCore/QString>
 
+#include <chrono>
 #include <functional>
 
 /*!
@@ -21,7 +22,8 @@
  * so the order from the first position to the last one leads to it in as few passes as any other, and
  * through texts that stand before those of the other orders.
  *
- * The search gives up beyond 200,000 distinct texts, 50 million characters in them, or two seconds.
+ * The search gives up beyond 200,000 distinct texts, 50 million characters in them, or the longest time: a
+ * pattern may need very long for a single text.
  */
 class CoercionSearch {
 public:
@@ -30,7 +32,8 @@ public:
     using Passes = std::function<bool(const QString& text)>;
 
     //! \a positions, from the start of \a text, are varied.
-    CoercionSearch(const QString& text, int positions);
+    CoercionSearch(const QString& text, int positions,
+                   std::chrono::milliseconds longestTime = std::chrono::seconds(2));
 
     //! Whether a variant passes; it is then stored in \a found. The text itself is not tested.
     bool run(const Vary& vary, const Passes& passes, QString* found);
@@ -55,6 +58,7 @@ private:
 
     const QString m_text;
     const int m_positionCount;
+    const std::chrono::milliseconds m_longestTime;
     QDeadlineTimer m_deadline;
     QList<Position> m_positions;
     QList<Candidate> m_candidates;
