@@ -36,13 +36,27 @@ public:
 
     State validate(QString& input, int& pos) const override
     {
-        if (regularExpression().isValid())
+        if (isUsable())
             return QRegularExpressionValidator::validate(input, pos);
         if (input.isEmpty())
             return Intermediate;
         pos = static_cast<int>(input.size());
         return Invalid;
     }
+
+private:
+    // Qt matches the pattern inside anchors of its own, which an unfinished "\Q" or comment swallows.
+    bool isUsable() const
+    {
+        if (!m_usable) {
+            const QRegularExpression anchored(
+                QRegularExpression::anchoredPattern(regularExpression().pattern()));
+            m_usable = regularExpression().isValid() && anchored.isValid();
+        }
+        return *m_usable;
+    }
+
+    mutable std::optional<bool> m_usable;
 };
 
 bool isOneCharacter(const QString& text)
