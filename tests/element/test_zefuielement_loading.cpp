@@ -29,6 +29,7 @@ private Q_SLOTS:
     void missingForm();
     void brokenFormIsReported();
     void unknownTopClassIsReported();
+    void unknownLayoutIsReported();
     void translatesWhileTheFormIsBuiltOnly();
     void translatorIsRemovedAfterAFailedLoad_data();
     void translatorIsRemovedAfterAFailedLoad();
@@ -342,6 +343,15 @@ void TestZEFUIElementLoading::unknownTopClassIsReported()
     QVERIFY(inner.findChild<QPushButton*>(u"okButton"_s));
     QVERIFY(!inner.findChild<QWidget*>(u"stranger"_s));
     TestLog::take(u"warning: "_s);
+}
+
+void TestZEFUIElementLoading::unknownLayoutIsReported()
+{
+    const ZEFUIWidget host(u"unknownlayout"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
+    QVERIFY(!host.element()->loaded());
+    QVERIFY(!host.layout());
+    QCOMPARE(TestLog::take(u"debug: "_s),
+             QStringList(u"debug: Could not load UI file: :/forms/unknownlayout.ui"_s));
 }
 
 void TestZEFUIElementLoading::translatesWhileTheFormIsBuiltOnly()
