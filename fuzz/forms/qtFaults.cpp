@@ -1,0 +1,65 @@
+#include "qtFaults.h"
+
+#include <QtCore/QSet>
+#include <QtCore/QXmlStreamReader>
+
+#include <vector>
+
+namespace {
+
+//! Widgets that have a layout of their own when they are made.
+bool hasOwnLayout(QStringView className)
+{
+    static const QSet<QStringView> classes = {
+        u"QMainWindow",
+        u"QWizard",
+        u"QDockWidget",
+        u"QToolBox",
+        u"QDialogButtonBox",
+        u"QToolBar",
+        u"QStatusBar",
+        u"QTabWidget",
+        u"QMenuBar",
+        u"QCalendarWidget",
+        u"ZEFFormatEdit",
+        u"ZEFToggleButton",
+        u"ZEFCommandLinkButton",
+        u"QStackedWidget",
+        u"ZEFCalendarWidget",
+    };
+    return classes.contains(className);
+}
+
+struct Element {
+    QString tag;
+    QString className;
+    int layouts = 0;
+};
+
+} // namespace
+
+bool meetsQtFault(QByteArrayView form)
+{
+    QXmlStreamReader xml(form.toByteArray());
+    std::vector<Element> open;
+    while (!xml.atEnd()) {
+        switch (xml.readNext()) {
+        case QXmlStreamReader::StartElement: {
+            const Element element = {xml.name().toString().toLower(),
+                                     xml.attributes().value(QLatin1String("class")).toString()};
+            // A layout for a widget that has one: Qt drops it, and never deletes it.
+            if (element.tag == u"layout" && !open.empty() && open.back().tag == u"widget"
+                && (hasOwnLayout(open.back().className) || ++open.back().layouts > 1))
+                return true;
+            open.push_back(element);
+            break;
+        }
+        case QXmlStreamReader::EndElement:
+            open.pop_back();
+            break;
+        default:
+            break;
+        }
+    }
+    return false;
+}
