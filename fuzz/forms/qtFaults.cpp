@@ -34,6 +34,7 @@ struct Element {
     QString tag;
     QString className;
     int layouts = 0;
+    QSet<QString> cells = {};
 };
 
 } // namespace
@@ -51,6 +52,15 @@ bool meetsQtFault(QByteArrayView form)
             if (element.tag == u"layout" && !open.empty() && open.back().tag == u"widget"
                 && (hasOwnLayout(open.back().className) || ++open.back().layouts > 1))
                 return true;
+            // An item for a cell of a form layout that is taken already: never deleted either.
+            if (element.tag == u"item" && !open.empty() && open.back().className == u"QFormLayout") {
+                const QString cell = xml.attributes().value(QLatin1String("row")) + u' '
+                    + xml.attributes().value(QLatin1String("column"));
+                if (open.back().cells.contains(cell)
+                    || xml.attributes().hasAttribute(QLatin1String("colspan")))
+                    return true;
+                open.back().cells.insert(cell);
+            }
             open.push_back(element);
             break;
         }
