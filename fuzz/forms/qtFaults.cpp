@@ -2,6 +2,7 @@
 
 #include <QtCore/QSet>
 #include <QtCore/QXmlStreamReader>
+#include <QtWidgets/QWidget>
 
 #include <vector>
 
@@ -28,6 +29,14 @@ bool hasOwnLayout(QStringView className)
         u"ZEFCalendarWidget",
     };
     return classes.contains(className);
+}
+
+//! Qt reckons with the corners of a rectangle without asking whether they fit into an int.
+bool isTooFarAway(QStringView coordinate)
+{
+    bool isNumber = false;
+    const qlonglong value = coordinate.trimmed().toLongLong(&isNumber);
+    return isNumber && (value > QWIDGETSIZE_MAX || value < -QWIDGETSIZE_MAX);
 }
 
 struct Element {
@@ -66,6 +75,10 @@ bool meetsQtFault(QByteArrayView form)
         }
         case QXmlStreamReader::EndElement:
             open.pop_back();
+            break;
+        case QXmlStreamReader::Characters:
+            if (open.size() > 1 && open[open.size() - 2].tag == u"rect" && isTooFarAway(xml.text()))
+                return true;
             break;
         default:
             break;
