@@ -586,6 +586,11 @@ void ZEFFormatCell::retire()
     clearFocus();
     if (!self)
         return;
+    // Before the parting, too: the layout may have asked Qt to show the cell later, and without a parent that
+    // would be a window of its own.
+    hide();
+    if (!self)
+        return;
     setParent(nullptr);
     if (self && m_uses == 0)
         deleteLater();
