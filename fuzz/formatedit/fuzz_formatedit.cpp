@@ -112,6 +112,7 @@ private:
     void setText(const QString& text);
     void copy();
     void clear();
+    void restoreFocus();
     void setValidator(const FuzzStep& step);
     void type(const QString& text);
     void pressKeys(QByteArrayView letters);
@@ -223,7 +224,7 @@ bool Scenario::runOnEdit(const FuzzStep& step)
         m_edit->saveFocus();
         return true;
     case 'R':
-        m_edit->setFocus();
+        restoreFocus();
         return true;
     case 'i':
         m_edit->setIgnore(step.text());
@@ -412,6 +413,16 @@ void Scenario::clear()
         FUZZ_REQUIRE(m_edit->editor(i)->text() == (i == 0 ? before.at(0) : QString()));
 }
 
+void Scenario::restoreFocus()
+{
+    const bool reentered = m_onText || m_onValidity || m_onCell;
+    m_edit->setFocus();
+    if (!m_edit || reentered || !m_edit->isVisible() || m_edit->lineEditCount() == 0)
+        return;
+    const QWidget* focused = QApplication::focusWidget();
+    FUZZ_REQUIRE(focused && focused->parentWidget() == m_edit);
+}
+
 void Scenario::setValidator(const FuzzStep& step)
 {
     std::unique_ptr<QValidator> next;
@@ -555,16 +566,17 @@ void runInEventLoop(const std::function<void()>& work)
     loop.exec();
 }
 
+//! The active window: keys go to a cell only there.
 QWidget* window()
 {
     static QWidget* const shown = [] {
         auto* widget = new QWidget;
         widget->resize(500, 60);
         widget->show();
-        widget->activateWindow();
-        FUZZ_REQUIRE(QTest::qWaitForWindowActive(widget));
         return widget;
     }();
+    shown->activateWindow();
+    FUZZ_REQUIRE(QTest::qWaitForWindowActive(shown));
     return shown;
 }
 

@@ -31,7 +31,8 @@ void keep(QtMsgType type, const QMessageLogContext&, const QString& message)
 //! In time for the application, which reads them when it is constructed.
 int withEnvironment(int argc)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_LOGGING_RULES", "");
     return argc;
 }

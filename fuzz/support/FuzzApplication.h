@@ -3,7 +3,8 @@
 #include <QtCore/QStringList>
 #include <QtWidgets/QApplication>
 
-//! The application that a target runs in: without a screen, and silent however much is logged.
+//! The application that a target runs in: without a screen unless told otherwise, and silent however much is
+//! logged.
 class FuzzApplication {
 public:
     FuzzApplication();
