@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr const char* planLetters = "icuknerlshtpbgvdxqfoaW.y";
+constexpr const char* planLetters = "icmzuknerlshtpbgvdxqfoaW.y";
 
 QStringList wordsOf(const char* text)
 {

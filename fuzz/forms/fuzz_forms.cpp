@@ -31,7 +31,7 @@
 namespace {
 
 constexpr const char16_t* formName = u"fuzzed";
-constexpr QByteArrayView usualPlan = "dsipcukbgvrcenlt.x";
+constexpr QByteArrayView usualPlan = "dsimpcukbgvrcenlt.x";
 constexpr qsizetype longestPlan = 40;
 constexpr qsizetype mostWidgetsAtWork = 60;
 
@@ -100,6 +100,8 @@ private:
     Q_DISABLE_COPY_MOVE(Scenario)
 
     void click() const;
+    void hover() const;
+    void changeHost() const;
     void type() const;
     void press(Qt::Key key) const;
     void interpolate();
@@ -188,6 +190,12 @@ template <class Host> void Scenario<Host>::run(char step)
     case 'c':
         click();
         break;
+    case 'm':
+        hover();
+        break;
+    case 'z':
+        changeHost();
+        break;
     case 'k':
         type();
         break;
@@ -245,6 +253,7 @@ template <class Host> void Scenario<Host>::check() const
     const QLayout* layout = m_host->layout();
     FUZZ_REQUIRE(!element()->loaded() || (layout && element()->formPath().startsWith(u":/forms/")));
     for (const QPointer<QWidget>& widget : widgets()) {
+        FUZZ_REQUIRE(ZEFUIElement::elementFromChild(widget));
         // Classes that forms must not create.
         const QByteArrayView className = widget->metaObject()->className();
         FUZZ_REQUIRE(className != "ZEFCalendarWidget" && className != "ZEFStdButton"
@@ -258,6 +267,30 @@ template <class Host> void Scenario<Host>::click() const
         if (m_host && widget && widget->metaObject()->indexOfSignal("clicked(bool)") >= 0)
             QTest::mouseClick(widget, Qt::LeftButton);
     }
+}
+
+template <class Host> void Scenario<Host>::hover() const
+{
+    for (const QPointer<QWidget>& widget : widgets()) {
+        QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
+        QEvent leave(QEvent::Leave);
+        if (widget)
+            QCoreApplication::sendEvent(widget, &enter);
+        if (widget && widget->isEnabled())
+            QCoreApplication::sendEvent(widget, &leave);
+    }
+}
+
+//! What only one kind of host knows.
+template <> void Scenario<ZEFUIWidget>::changeHost() const
+{
+    m_host->resize(1, 1);
+}
+
+template <> void Scenario<ZEFUIDialog>::changeHost() const
+{
+    m_host->setFixedSize(element()->childElementCount() == 0);
+    m_host->enableCloseOnEscape(false);
 }
 
 template <class Host> void Scenario<Host>::type() const
