@@ -13,15 +13,22 @@ namespace {
 QStringList warnings;
 QStringList debugLines;
 
+//! Whether \a message is about what a machine lacks: a window system, fonts for every script, or, under Wine,
+//! a call of Windows.
+bool isOfTheMachine(const QString& message)
+{
+    return message.startsWith(QLatin1String("This plugin does not support"))
+        || message.contains(QLatin1String("OpenType support missing"))
+        || message.startsWith(QLatin1String("EnableNonClientDpiScaling() failed"));
+}
+
 void keep(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
     if (type == QtFatalMsg) {
         std::fprintf(stderr, "%s\n", message.toUtf8().constData());
         std::abort();
     }
-    // Of what this machine lacks: a real window system, and fonts for every script.
-    if (message.startsWith(QLatin1String("This plugin does not support"))
-        || message.contains(QLatin1String("OpenType support missing")))
+    if (isOfTheMachine(message))
         return;
     QStringList& lines = type == QtDebugMsg ? debugLines : warnings;
     if (lines.size() < FuzzApplication::MaximumLines)
