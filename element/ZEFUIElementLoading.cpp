@@ -4,6 +4,7 @@
 
 #include "ZEFUILoader.h"
 #include "debugOutput.h"
+#include "formCheck.h"
 
 #include <ZEFBase.h>
 #include <ZEFTranslatorCache.h>
@@ -210,7 +211,11 @@ void ZEFUIElement::setFormPath(const QString& name)
         writeDebug(QStringLiteral("Could not open file %1 for reading").arg(d->formPath));
         return;
     }
-    const QPointer<QWidget> form(loader.load(&file, d->widget));
+    QPointer<QWidget> form;
+    if (isSafeToBuild(&file, loader.availableLayouts())) {
+        file.seek(0);
+        form = loader.load(&file, d->widget);
+    }
     if (!self || !d->widget)
         return;
     if (!form) {

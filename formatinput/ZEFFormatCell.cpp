@@ -36,13 +36,27 @@ public:
 
     State validate(QString& input, int& pos) const override
     {
-        if (regularExpression().isValid())
+        if (isUsable())
             return QRegularExpressionValidator::validate(input, pos);
         if (input.isEmpty())
             return Intermediate;
         pos = static_cast<int>(input.size());
         return Invalid;
     }
+
+private:
+    // Qt matches the pattern inside anchors of its own, which an unfinished "\Q" or comment swallows.
+    bool isUsable() const
+    {
+        if (!m_usable) {
+            const QRegularExpression anchored(
+                QRegularExpression::anchoredPattern(regularExpression().pattern()));
+            m_usable = regularExpression().isValid() && anchored.isValid();
+        }
+        return *m_usable;
+    }
+
+    mutable std::optional<bool> m_usable;
 };
 
 bool isOneCharacter(const QString& text)
@@ -570,6 +584,11 @@ void ZEFFormatCell::retire()
     const QPointer<ZEFFormatCell> self(this);
     // Before the parting, or Qt would move the focus on to a neighbour.
     clearFocus();
+    if (!self)
+        return;
+    // Before the parting, too: the layout may have asked Qt to show the cell later, and without a parent that
+    // would be a window of its own.
+    hide();
     if (!self)
         return;
     setParent(nullptr);

@@ -12,8 +12,7 @@ ZEFStdSSButton::ZEFStdSSButton(QWidget* parent)
 
 ZEFStdSSButton::~ZEFStdSSButton()
 {
-    // Under a style sheet Qt keeps a bare pointer to the style and uses it while the widget dies.
-    setStyle(nullptr);
+    ZEFStdSSControlStyle::leave(this);
 }
 
 QSize ZEFStdSSButton::sizeHint() const

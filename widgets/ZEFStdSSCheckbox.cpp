@@ -20,8 +20,7 @@ ZEFStdSSCheckbox::ZEFStdSSCheckbox(QWidget* parent)
 
 ZEFStdSSCheckbox::~ZEFStdSSCheckbox()
 {
-    // Under a style sheet Qt keeps a bare pointer to the style and uses it while the widget dies.
-    setStyle(nullptr);
+    ZEFStdSSControlStyle::leave(this);
 }
 
 QSize ZEFStdSSCheckbox::sizeHint() const

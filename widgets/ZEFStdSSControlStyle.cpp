@@ -1,7 +1,9 @@
 #include "ZEFStdSSControlStyle.h"
 
+#include <QtCore/QPointer>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyleOption>
+#include <QtWidgets/QWidget>
 
 // The hint was chosen by its number.
 static_assert(QStyle::SH_UnderlineShortcut == 41);
@@ -14,6 +16,15 @@ ZEFStdSSControlStyle::ZEFStdSSControlStyle(bool drawFocusRect, int flagsToAdd, i
 }
 
 ZEFStdSSControlStyle::~ZEFStdSSControlStyle() = default;
+
+void ZEFStdSSControlStyle::leave(QWidget* control)
+{
+    const QList<QWidget*> found = control->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+    const QList<QPointer<QWidget>> inside(found.cbegin(), found.cend());
+    for (const QPointer<QWidget>& widget : inside)
+        delete widget;
+    control->setStyle(nullptr);
+}
 
 QRect ZEFStdSSControlStyle::itemTextRect(const QFontMetrics& metrics, const QRect& rect, int flags,
                                          bool enabled, const QString& text) const

@@ -15,6 +15,13 @@ public:
     ZEFStdSSControlStyle(bool drawFocusRect, int flagsToAdd, int flagsToRemove);
     ~ZEFStdSSControlStyle() override;
 
+    /*!
+     * For the destructor of a control, before it deletes its style. Under a style sheet Qt keeps bare
+     * pointers to the style, in the control and in widgets inside it, and uses them while they die: the
+     * widgets inside are deleted, and the style is taken off.
+     */
+    static void leave(QWidget* control);
+
     QRect itemTextRect(const QFontMetrics& metrics, const QRect& rect, int flags, bool enabled,
                        const QString& text) const override;
     void drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool enabled,

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void namesStayInsideTheResources();
     void brokenFormIsReported();
     void unknownTopClassIsReported();
+    void unknownLayoutIsReported();
     void translatesWhileTheFormIsBuiltOnly();
     void translatorIsRemovedAfterAFailedLoad_data();
     void translatorIsRemovedAfterAFailedLoad();
@@ -357,6 +358,15 @@ void TestZEFUIElementLoading::unknownTopClassIsReported()
     QVERIFY(inner.findChild<QPushButton*>(u"okButton"_s));
     QVERIFY(!inner.findChild<QWidget*>(u"stranger"_s));
     TestLog::take(u"warning: "_s);
+}
+
+void TestZEFUIElementLoading::unknownLayoutIsReported()
+{
+    const ZEFUIWidget host(u"unknownlayout"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
+    QVERIFY(!host.element()->loaded());
+    QVERIFY(!host.layout());
+    QCOMPARE(TestLog::take(u"debug: "_s),
+             QStringList(u"debug: Could not load UI file: :/forms/unknownlayout.ui"_s));
 }
 
 void TestZEFUIElementLoading::translatesWhileTheFormIsBuiltOnly()

@@ -118,6 +118,7 @@ private Q_SLOTS:
     void namesTheParametersOfItsSignals();
     void stores();
     void installsAPatternValidator();
+    void refusesAnInvalidPatternInSilence_data();
     void refusesAnInvalidPatternInSilence();
     void isAsWideAsItsLength_data();
     void isAsWideAsItsLength();
@@ -337,11 +338,22 @@ void TestZEFFormatCell::installsAPatternValidator()
     QCOMPARE(cell.regexp(), QString());
 }
 
+void TestZEFFormatCell::refusesAnInvalidPatternInSilence_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addRow("invalid") << u"[a-"_s;
+    // Valid patterns, but not between the anchors.
+    QTest::addRow("unfinished quotation") << u"\\Qab"_s;
+    QTest::addRow("unfinished comment") << u"(?x)a # b"_s;
+    QTest::addRow("valid only between anchors") << u"a)(?:b"_s;
+}
+
 void TestZEFFormatCell::refusesAnInvalidPatternInSilence()
 {
+    QFETCH(QString, pattern);
     ZEFFormatCell cell(nullptr, nullptr);
-    cell.setRegexp(u"[a-"_s);
-    QCOMPARE(cell.regexp(), u"[a-"_s);
+    cell.setRegexp(pattern);
+    QCOMPARE(cell.regexp(), pattern);
     QTest::keyClicks(&cell, u"ab-"_s);
     QCOMPARE(cell.text(), QString());
     QVERIFY(!cell.hasAcceptableInput());

@@ -55,6 +55,18 @@ QStringList separators(const ZEFFormatEdit* edit)
     return all;
 }
 
+// Counts how often the objects that it filters are shown.
+class ShowCounter : public QObject {
+public:
+    int count = 0;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        count += event->type() == QEvent::Show ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 // A window that holds an edit, so that cells can have the focus.
 class Form : public QWidget {
 public:
@@ -247,6 +259,7 @@ private Q_SLOTS:
     void mayBeRebuiltOrDeletedFromASlot_data();
     void mayBeRebuiltOrDeletedFromASlot();
     void givesDroppedCellsBackAfterNestedLoops();
+    void neverShowsADroppedCell();
     void mayBeDeletedByTheClipboard();
     void mayBeRebuiltWhileAKeyMovesOn();
     void mayBeDeletedWhileTheFocusMoves();
@@ -1733,6 +1746,23 @@ void TestZEFFormatEdit::givesDroppedCellsBackAfterNestedLoops()
     outer.exec();
     QVERIFY(aliveInside);
     QVERIFY(!dropped);
+}
+
+void TestZEFFormatEdit::neverShowsADroppedCell()
+{
+    Form form(twoCells);
+    QVERIFY(form.activate());
+    // The layout has Qt show these cells when events run again; they are dropped before that.
+    form.edit->setFormat(threeCells);
+    ShowCounter shown;
+    for (int i = 0; i < form.edit->lineEditCount(); ++i)
+        form.edit->editor(i)->installEventFilter(&shown);
+    form.edit->setFormat(twoCells);
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.count, 0);
+    QVERIFY(form.isActiveWindow());
+    form.edit->setFocus();
+    QCOMPARE(form.focused(), 0);
 }
 
 void TestZEFFormatEdit::mayBeDeletedByTheClipboard()

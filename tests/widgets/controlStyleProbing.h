@@ -2,6 +2,7 @@
 
 #include "widgetProbing.h"
 
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
@@ -85,6 +86,22 @@ inline void addStyleSheetRows()
 }
 
 //! Lives and dies under the style sheets of the row, in every order in which parents and sheets may come.
+//! A dialog inside the control has taken over the control's style, as wizards do for their buttons.
+template <class Control> void dieAfterTheWidgetsInside()
+{
+    QStringList order;
+    auto control = std::make_unique<Control>();
+    QObject::connect(control->style(), &QObject::destroyed, [&] { order.append(QStringLiteral("style")); });
+    control->setStyleSheet(QStringLiteral("color: red"));
+    control->ensurePolished();
+    auto* inside = new QDialog(control.get());
+    QObject::connect(inside, &QObject::destroyed, [&] { order.append(QStringLiteral("dialog")); });
+    inside->setStyle(control->style());
+    inside->ensurePolished();
+    control.reset();
+    QCOMPARE(order, QStringList({QStringLiteral("dialog"), QStringLiteral("style")}));
+}
+
 template <class Control> void liveUnderStyleSheets()
 {
     QFETCH(const QString, own);

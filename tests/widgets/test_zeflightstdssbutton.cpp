@@ -31,6 +31,7 @@ private Q_SLOTS:
     void takesItsStyleOffBeforeItDies();
     void diesUnderStyleSheets_data();
     void diesUnderStyleSheets();
+    void diesAfterTheWidgetsInside();
     void diesAfterItsStyleWasReplaced();
     void texts_data();
     void texts();
@@ -192,6 +193,11 @@ void TestZEFLightStdSSButton::diesUnderStyleSheets_data()
 void TestZEFLightStdSSButton::diesUnderStyleSheets()
 {
     liveUnderStyleSheets<ZEFLightStdSSButton>();
+}
+
+void TestZEFLightStdSSButton::diesAfterTheWidgetsInside()
+{
+    dieAfterTheWidgetsInside<ZEFLightStdSSButton>();
 }
 
 void TestZEFLightStdSSButton::diesAfterItsStyleWasReplaced()

@@ -57,6 +57,7 @@ private Q_SLOTS:
     void takesItsStyleOffBeforeItDies();
     void diesUnderStyleSheets_data();
     void diesUnderStyleSheets();
+    void diesAfterTheWidgetsInside();
     void texts_data();
     void texts();
     void sizes_data();
@@ -281,6 +282,11 @@ void TestZEFLightStdSSCheckbox::diesUnderStyleSheets_data()
 void TestZEFLightStdSSCheckbox::diesUnderStyleSheets()
 {
     liveUnderStyleSheets<ZEFLightStdSSCheckbox>();
+}
+
+void TestZEFLightStdSSCheckbox::diesAfterTheWidgetsInside()
+{
+    dieAfterTheWidgetsInside<ZEFLightStdSSCheckbox>();
 }
 
 void TestZEFLightStdSSCheckbox::texts_data()

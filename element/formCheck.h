@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QtCore/QStringList>
+
+class QIODevice;
+
+/*!
+ * Whether Qt's form loader builds the form that \a file holds, or at least refuses it in an orderly way. Two
+ * mistakes would end the process instead: a layout of a class that is none of \a layoutClasses, and elements
+ * nested so deeply that they use up the stack. Reads the file to its end.
+ */
+bool isSafeToBuild(QIODevice* file, const QStringList& layoutClasses);
