@@ -221,13 +221,17 @@ QList<DelegateMethod> methodsInHeader(const Tokens& tokens)
     return methods;
 }
 
-bool readSignatures(const QString& text, const QJsonDocument& document, Delegate* delegate, QString* error)
+bool readSignatures(const QByteArray& json, Delegate* delegate, QString* error)
 {
-    if (!document.isArray()) {
+    const std::optional<QJsonDocument> document = parseJson(delegate->path, json, error);
+    if (!document)
+        return false;
+    if (!document->isArray()) {
         *error = delegate->path + u": must hold an array of signatures";
         return false;
     }
-    for (const QJsonValue& value : document.array()) {
+    const QList<qint64> lines = stringLines(json);
+    for (const QJsonValue& value : document->array()) {
         const QString signature = value.toString();
         // A name of its own makes a signature without a return type read like a declaration.
         auto method = methodFrom(cppTokens(u"void " + signature, nullptr));
@@ -235,8 +239,7 @@ bool readSignatures(const QString& text, const QJsonDocument& document, Delegate
             *error = delegate->path + u": each entry must be a signature such as \"ok_clicked()\"";
             return false;
         }
-        const qsizetype position = qMax<qsizetype>(text.indexOf(u'"' + signature), 0);
-        method->line = QStringView(text).first(position).count(u'\n') + 1;
+        method->line = lines.at(delegate->methods.size());
         delegate->methods.append(std::move(*method));
     }
     return true;
@@ -252,8 +255,7 @@ std::optional<Delegate> readDelegate(const QString& path, QString* error)
     Delegate delegate;
     delegate.path = path;
     if (path.endsWith(u".json", Qt::CaseInsensitive)) {
-        const std::optional<QJsonDocument> document = readJsonFile(path, error);
-        if (!document || !readSignatures(*text, *document, &delegate, error))
+        if (!readSignatures(text->toUtf8(), &delegate, error))
             return std::nullopt;
     } else {
         delegate.methods = methodsInHeader(cppTokens(*text, &delegate.suppressions));

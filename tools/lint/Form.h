@@ -50,6 +50,9 @@ struct Form {
     //! From the class of a promoted widget to the class that it extends.
     QHash<QString, QString> promotedClasses;
     Suppressions suppressions;
+    //! How many elements are open at once at most, and the line where they are.
+    qsizetype depth = 0;
+    qint64 deepestLine = 0;
 };
 
 //! Without a result, \a error says in one line what is wrong, with the line where it is.
