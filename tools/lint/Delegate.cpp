@@ -43,8 +43,18 @@ QString joined(const Tokens& tokens)
     return text;
 }
 
+//! Removes [[maybe_unused]] and the like.
+void removeAttributes(Tokens* tokens)
+{
+    for (qsizetype i = 0; i + 1 < tokens->size(); ++i) {
+        while (i + 1 < tokens->size() && tokens->at(i) == "["_L1 && tokens->at(i + 1) == "["_L1)
+            tokens->remove(i, afterBracket(*tokens, i) - i);
+    }
+}
+
 DelegateParameter parameterFrom(Tokens tokens)
 {
+    removeAttributes(&tokens);
     const auto defaultValue =
         std::find_if(tokens.cbegin(), tokens.cend(), [](const CppToken& token) { return token == "="_L1; });
     tokens.resize(std::distance(tokens.cbegin(), defaultValue));
