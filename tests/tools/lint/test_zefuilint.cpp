@@ -299,6 +299,13 @@ void TestZEFUILint::sarifReport()
              u"my%20forms/%C3%A4.ui"_s);
     QCOMPARE(locationOf(run).value(u"region"_s).toObject().value(u"startLine"_s).toInt(), 5);
 
+#ifndef Q_OS_WIN
+    QVERIFY(QFile::copy(absolute, folder.filePath(u"a:b?.ui"_s)));
+    const ToolRun colonRun = lint({u"--format"_s, u"sarif"_s, u"a:b?.ui"_s}, folder.path());
+    QCOMPARE(locationOf(colonRun).value(u"artifactLocation"_s).toObject().value(u"uri"_s).toString(),
+             u"a%3Ab%3F.ui"_s);
+#endif
+
     const ToolRun absoluteRun = lint({u"--format"_s, u"sarif"_s, absolute});
     const QString uri =
         locationOf(absoluteRun).value(u"artifactLocation"_s).toObject().value(u"uri"_s).toString();
