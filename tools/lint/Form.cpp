@@ -130,6 +130,9 @@ void FormReader::startElement()
     }
     m_pendingSuppressions.clear();
 
+    if (element == Element::Holder && m_xml.name() == u"layout")
+        m_form.layouts.append({attribute("class"_L1), attribute("name"_L1), m_xml.lineNumber()});
+
     switch (element) {
     case Element::Widget:
         startWidget();

@@ -39,12 +39,19 @@ struct FormWidget {
     const FormProperty* property(QLatin1String propertyName) const;
 };
 
+struct FormLayout {
+    QString className;
+    QString name;
+    qint64 line = 0;
+};
+
 //! A Qt Designer form as far as the rules want to know it.
 struct Form {
     QString path;
     QString className;
     //! In the order of the file: parents before children. Never empty.
     QList<FormWidget> widgets;
+    QList<FormLayout> layouts;
     //! Texts that are not properties of widgets: items, pages' titles, actions, string lists.
     QList<FormText> otherTexts;
     //! From the class of a promoted widget to the class that it extends.

@@ -2,6 +2,7 @@
 
 #include "tools/common/InputFile.h"
 #include "tools/common/Values.h"
+#include "tools/lint/ClassCatalog.h"
 #include "tools/lint/Rules.h"
 #include "tools/preview/CompiledTranslation.h"
 
@@ -87,6 +88,23 @@ QString folderAbove(const QString& path)
          above = QFileInfo(folder).absolutePath())
         folder = above;
     return folder;
+}
+
+//! The line of the class without which nothing can be shown, 0 without one.
+qint64 lineThatCannotBeBuilt(const Form& form)
+{
+    if (const FormWidget& top = form.widgets.constFirst(); !top.created)
+        return top.line;
+    // Qt's form loader crashes at these.
+    for (const FormWidget& widget : form.widgets) {
+        if (!widget.created && ClassCatalog::isPromotedForever(form, widget))
+            return widget.line;
+    }
+    for (const FormLayout& layout : form.layouts) {
+        if (!ClassCatalog::layoutClassNames().contains(layout.className))
+            return layout.line;
+    }
+    return 0;
 }
 
 //! Placeholders first, so that a value never brings in one, as it stands with a service's client.
@@ -178,20 +196,20 @@ bool FormPreview::readFiles(ResourceContents* contents, QString* error)
             + QString::number(largestDepth) + u" elements are nested here, which is too deep";
         return false;
     }
-    const bool canBeBuilt = form->widgets.constFirst().created;
     m_topLine = form->widgets.constFirst().line;
+    const qint64 fatalLine = lineThatCannotBeBuilt(*form);
     Project project;
     project.forms.append(std::move(*form));
     for (const Finding& finding : checkProject(project, {})) {
         if (finding.rule != "unknown-class"_L1)
             continue;
         const QString line = finding.file + u':' + QString::number(finding.line) + u": " + finding.message;
-        if (!canBeBuilt) {
-            // The top widget's is the first.
+        if (finding.line == fatalLine) {
             *error = line;
             return false;
         }
-        Q_EMIT complaint(line);
+        if (fatalLine == 0)
+            Q_EMIT complaint(line);
     }
     return true;
 }

@@ -140,6 +140,10 @@ void TestZEFUIPreview::whatCannotBeRunIsSaidInOneLine_data()
         "deep.ui:5: more than 300 elements are nested here, which is too deep");
     row("an endless picture", {u"endless.ui"_s},
         "no picture can be made of a form of 16385x10 pixels; choose another size by --size");
+    row("a layout that does not exist", {u"nolayout.ui"_s},
+        "nolayout.ui:5: the loader cannot create the layout class Flow of \"f\": ");
+    row("a circle of promotions", {u"circle.ui"_s},
+        "circle.ui:5: the loader cannot create the class Hen of \"hen\": its promotions never end");
     row("no size", {u"--size"_s, u"big"_s, u"panel.ui"_s},
         "the size must be <width>x<height> in pixels, for instance 640x480, not big");
     row("no width", {u"--size"_s, u"0x10"_s, u"panel.ui"_s},
@@ -179,6 +183,15 @@ void TestZEFUIPreview::whatCannotBeRunIsSaidInOneLine()
     const QByteArray nested = ">\n" + QByteArray("<widget class=\"QFrame\">").repeated(100000)
         + QByteArray("</widget>").repeated(100001);
     write(folder.filePath(u"deep.ui"_s), QByteArray(form).replace("/>", nested));
+    // A widget that is only left out says nothing when the whole form is not shown.
+    write(folder.filePath(u"nolayout.ui"_s),
+          QByteArray(form).replace(
+              "/>", ">\n<layout class=\"Flow\" name=\"f\"/>\n<widget class=\"Gauge\"/></widget>"));
+    write(folder.filePath(u"circle.ui"_s),
+          QByteArray(form).replace(
+              "/>",
+              ">\n<widget class=\"Hen\" name=\"hen\"/></widget><customwidgets><customwidget>"
+              "<class>Hen</class><extends>Hen</extends></customwidget></customwidgets>"));
     write(folder.filePath(u"endless.ui"_s), formOfSize("16385", "10"));
     write(folder.filePath(u"broken.json"_s), "{\n\"a\":\n]}");
     write(folder.filePath(u"i18n/zefmain_de.ts"_s), "<TS");
