@@ -87,16 +87,16 @@ void TestFormPreview::prepare()
     TestLog::allow(u"warning: This plugin does not support propagateSizeHints()"_s);
     m_folder = std::make_unique<QTemporaryDir>();
     writeFiles("color: #123456");
-    m_options = {path(u"login.ui"_s),    u"de"_s, path(u"css"_s), path(u"i18n"_s),
+    m_options = {path(u"login.ui"_s),    u"de"_s, path(u"looks/css"_s), path(u"i18n"_s),
                  path(u"values.json"_s), QSize()};
 }
 
 void TestFormPreview::writeFiles(const QByteArray& styleSheet)
 {
-    QVERIFY(QDir().mkpath(path(u"css"_s)));
+    QVERIFY(QDir().mkpath(path(u"looks/css"_s)));
     QVERIFY(QDir().mkpath(path(u"i18n"_s)));
     write(path(u"login.ui"_s), form("Good morning, %{user}"));
-    write(path(u"css/greeting.css"_s), styleSheet);
+    write(path(u"looks/css/greeting.css"_s), styleSheet);
     write(path(u"i18n/zefmain_de.ts"_s), translation);
     write(
         path(u"values.json"_s),
@@ -136,7 +136,7 @@ void TestFormPreview::aChangedFileIsShown_data()
     QTest::addColumn<QString>("propertyName");
     QTest::addColumn<QString>("value");
     QTest::newRow("form") << u"login.ui"_s << form("Hello") << u"text"_s << u"Hello"_s;
-    QTest::newRow("style sheet") << u"css/greeting.css"_s << QByteArray("color: red") << u"styleSheet"_s
+    QTest::newRow("style sheet") << u"looks/css/greeting.css"_s << QByteArray("color: red") << u"styleSheet"_s
                                  << u"color: red"_s;
     QTest::newRow("translation") << u"i18n/zefmain_de.ts"_s
                                  << QByteArray(translation).replace("Guten Morgen", "Moin") << u"text"_s
@@ -196,7 +196,7 @@ void TestFormPreview::aReplacedFileIsShown()
 void TestFormPreview::aFolderThatComesBackIsRead_data()
 {
     QTest::addColumn<QString>("folder");
-    QTest::newRow("style sheets") << u"css"_s;
+    QTest::newRow("style sheets") << u"looks/css"_s;
     QTest::newRow("everything") << QString();
 }
 
@@ -211,7 +211,12 @@ void TestFormPreview::aFolderThatComesBackIsRead()
     QVERIFY(QDir(path(folder)).removeRecursively());
     QTRY_COMPARE(complaints.size(), 1);
     QCOMPARE(property(preview, u"greeting"_s, u"styleSheet"_s), u"color: #123456"_s);
-    writeFiles("color: red");
+    if (folder.isEmpty()) {
+        writeFiles("color: red");
+    } else {
+        QVERIFY(QDir().mkpath(path(folder)));
+        write(path(u"looks/css/greeting.css"_s), "color: red");
+    }
     QTRY_COMPARE(property(preview, u"greeting"_s, u"styleSheet"_s), u"color: red"_s);
 }
 
