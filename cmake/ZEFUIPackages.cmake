@@ -5,7 +5,8 @@
 set(CPACK_PACKAGE_NAME zefui)
 set(CPACK_PACKAGE_VENDOR "The ZEFUI developers")
 set(CPACK_PACKAGE_CONTACT "The ZEFUI developers <zefui@example.org>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+# Each package has a summary of its own, the first line of its description.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_STRIP_FILES ON)
@@ -37,11 +38,13 @@ set(runtime libzefui${PROJECT_VERSION_MAJOR})
 set(runtime_depends "${runtime} (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(about "A service process loads Qt Designer forms by name, translates, styles and
+fills them, shows them on behalf of its clients and hears of their answers.")
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "forms by name for services on Qt Widgets
- A service process loads Qt Designer forms by name, translates, styles and
- fills them, shows them on behalf of its clients and hears of their answers.
- .
- This package holds the shared libraries.")
+${about}
+
+This package holds the shared libraries.")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 
@@ -56,22 +59,38 @@ else()
     string(APPEND CPACK_DEBIAN_DEV_PACKAGE_DEPENDS ", libxcb1-dev, libx11-dev")
 endif()
 set(CPACK_DEBIAN_DEV_DESCRIPTION "forms by name for services on Qt Widgets, development files
- A service process loads Qt Designer forms by name, translates, styles and
- fills them, shows them on behalf of its clients and hears of their answers.
- .
- This package holds the headers, the CMake package and the pkg-config file.")
+${about}
+
+This package holds the headers, the CMake package and the pkg-config file.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME zefui-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)
-set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "designer-qt6")
+# The preview compiles translations by lrelease.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS "designer-qt6, qt6-l10n-tools")
 if(BUILD_SHARED_LIBS)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${runtime_depends}")
 endif()
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION "forms by name for services on Qt Widgets, tools
- A service process loads Qt Designer forms by name, translates, styles and
- fills them, shows them on behalf of its clients and hears of their answers.
- .
- This package holds the tools for people who draw forms, and the plug-in that
- shows the library's widgets in Qt Designer.")
+${about}
+
+This package holds the tools for people who draw forms, and the plug-in that
+shows the library's widgets in Qt Designer.")
+
+# What Debian wants to know about a package; an installation without packages does without.
+if(NOT WIN32)
+    set(changelog ${PROJECT_BINARY_DIR}/generated/changelog)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/debian/changelog.in ${changelog} @ONLY)
+    file(ARCHIVE_CREATE OUTPUT ${changelog}.Debian.gz PATHS ${changelog}
+        FORMAT raw COMPRESSION GZip COMPRESSION_LEVEL 9)
+    foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+        string(TOUPPER ${component} upper)
+        install(FILES ${PROJECT_SOURCE_DIR}/cmake/debian/copyright ${changelog}.Debian.gz
+            DESTINATION share/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME} COMPONENT ${component} EXCLUDE_FROM_ALL)
+    endforeach()
+    if(BUILD_SHARED_LIBS)
+        install(FILES ${PROJECT_SOURCE_DIR}/cmake/debian/lintian-overrides
+            DESTINATION share/lintian/overrides RENAME ${runtime} COMPONENT runtime EXCLUDE_FROM_ALL)
+    endif()
+endif()
 
 include(CPack)

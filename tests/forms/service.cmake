@@ -18,7 +18,6 @@ expect_equal("${warnings}" "")
 set(build ${CMAKE_COMMAND} --build ${WORK_DIR}/build -j 2)
 run(ignored ignored ${build})
 
-set(ENV{LD_LIBRARY_PATH} ${WORK_DIR}/installed/${LIBDIR})
 run(shown ignored ${WORK_DIR}/build/service)
 expect_equal("${shown}" "\
 :/forms/win_login.ui | Guten Morgen, Fenster | QLabel { color: #123456; }

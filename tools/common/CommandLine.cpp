@@ -19,25 +19,27 @@ std::optional<int> readCommandLine(const ToolDescription& tool, int argc, char**
         writeError(tool.name, parser->errorText());
         return cannotRunStatus;
     }
-    if (parser->isSet(u"help"_s)) {
-        writeText(stdout, parser->helpText().toUtf8());
-        return 0;
-    }
+    if (parser->isSet(u"help"_s))
+        return writeOutput(tool.name, parser->helpText().toUtf8()) ? 0 : cannotRunStatus;
     if (parser->isSet(u"version"_s)) {
-        writeText(stdout, (tool.name + u" " ZEFUI_VERSION_STRING "\n").toUtf8());
-        return 0;
+        const QByteArray version = (tool.name + u" " ZEFUI_VERSION_STRING "\n").toUtf8();
+        return writeOutput(tool.name, version) ? 0 : cannotRunStatus;
     }
     return std::nullopt;
 }
 
 void writeError(const QString& name, const QString& text)
 {
-    writeText(stderr, (name + u": " + text.simplified() + u'\n').toUtf8());
+    QFile file;
+    if (file.open(stderr, QIODevice::WriteOnly))
+        file.write((name + u": " + text.simplified() + u'\n').toUtf8());
 }
 
-void writeText(FILE* stream, const QByteArray& text)
+bool writeOutput(const QString& name, const QByteArray& text)
 {
     QFile file;
-    if (file.open(stream, QIODevice::WriteOnly))
-        file.write(text);
+    if (file.open(stdout, QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush())
+        return true;
+    writeError(name, u"standard output: "_s + file.errorString());
+    return false;
 }

@@ -3,7 +3,6 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-#include <cstdio>
 #include <optional>
 
 class QCommandLineParser;
@@ -27,4 +26,5 @@ std::optional<int> readCommandLine(const ToolDescription& tool, int argc, char**
 //! One line on standard error: "name: text".
 void writeError(const QString& name, const QString& text);
 
-void writeText(FILE* stream, const QByteArray& text);
+//! Writes to standard output, all of it; otherwise one line on standard error says why not.
+bool writeOutput(const QString& name, const QByteArray& text);

@@ -1,5 +1,6 @@
 #include "Values.h"
 
+#include "InputFile.h"
 #include "JsonFile.h"
 
 #include <QtCore/QJsonArray>
@@ -60,16 +61,27 @@ bool fill(const QJsonObject& root, Values* values, QString* error)
 
 std::optional<Values> readValues(const QString& path, QString* error)
 {
-    const std::optional<QJsonDocument> document = readJsonFile(path, error);
+    const std::optional<QByteArray> contents = readInputFile(path, error);
+    return contents ? parseValues(path, *contents, error) : std::nullopt;
+}
+
+std::optional<Values> parseValues(const QString& path, const QByteArray& json, QString* error)
+{
+    const std::optional<QJsonDocument> document = parseJson(path, json, error);
     if (!document)
         return std::nullopt;
     Values values;
     values.path = path;
-    if (!document->isObject())
+    if (!document->isObject()) {
         *error = path + u": must hold an object with \"dictionaries\" and \"properties\"";
-    else if (fill(document->object(), &values, error))
-        return values;
-    else
+        return std::nullopt;
+    }
+    if (!fill(document->object(), &values, error)) {
         *error = path + u": " + *error;
-    return std::nullopt;
+        return std::nullopt;
+    }
+    const QHash<QString, qint64> lines = keyLines(json, "properties"_L1);
+    for (Values::Entry& entry : values.properties)
+        entry.line = lines.value(entry.key, entry.line);
+    return values;
 }

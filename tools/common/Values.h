@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QByteArray>
 #include <QtCore/QList>
 #include <QtCore/QMap>
 #include <QtCore/QString>
@@ -23,6 +24,8 @@ struct Values {
     struct Entry {
         QString key;
         QString value;
+        //! Where the key stands; known for properties only.
+        qint64 line = 1;
     };
     using Dictionary = QList<Entry>;
 
@@ -35,3 +38,6 @@ struct Values {
 
 //! Without a result, \a error says in one line what is wrong, with the line of a syntax error.
 std::optional<Values> readValues(const QString& path, QString* error);
+
+//! The values in \a json; \a path is only named in messages.
+std::optional<Values> parseValues(const QString& path, const QByteArray& json, QString* error);

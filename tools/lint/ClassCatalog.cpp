@@ -11,6 +11,7 @@ namespace {
 
 constexpr double alike = 0.7;
 constexpr int longestPromotion = 16;
+constexpr qsizetype longestName = 100;
 
 struct QtClass {
     const char* name;
@@ -124,6 +125,19 @@ QString mostAlike(const QString& className, const QStringList& candidates)
     return best;
 }
 
+//! The class that the loader knows, or the last one that it comes to.
+QString lastPromotion(const Form& form, QString className)
+{
+    // A class may be promoted from itself in a broken form.
+    for (int step = 0; step < longestPromotion && !ClassCatalog::find(className); ++step) {
+        const auto base = form.promotedClasses.constFind(className);
+        if (base == form.promotedClasses.cend())
+            break;
+        className = *base;
+    }
+    return className;
+}
+
 } // namespace
 
 const QMetaObject* ClassCatalog::find(const QString& className)
@@ -133,22 +147,22 @@ const QMetaObject* ClassCatalog::find(const QString& className)
 
 const QMetaObject* ClassCatalog::created(const Form& form, const FormWidget& widget)
 {
-    QString className = widget.className;
-    // A class may be promoted from itself in a broken form.
-    for (int step = 0; step < longestPromotion; ++step) {
-        if (const QMetaObject* known = find(className))
-            return known;
-        const auto base = form.promotedClasses.constFind(className);
-        if (base == form.promotedClasses.cend())
-            return nullptr;
-        className = *base;
-    }
-    return nullptr;
+    return find(lastPromotion(form, widget.className));
+}
+
+bool ClassCatalog::isPromotedForever(const Form& form, const FormWidget& widget)
+{
+    const QString last = lastPromotion(form, widget.className);
+    return !find(last) && form.promotedClasses.contains(last);
+}
+
+QString ClassCatalog::nearestLayout(const QString& className)
+{
+    return className.size() > longestName ? QString() : mostAlike(className, layoutClassNames());
 }
 
 QString ClassCatalog::nearest(const QString& className)
 {
-    constexpr qsizetype longestName = 100;
     if (className.size() > longestName)
         return QString();
     if (className.startsWith(u"ZEF", Qt::CaseInsensitive)) {
@@ -159,6 +173,12 @@ QString ClassCatalog::nearest(const QString& className)
             return name;
     }
     return mostAlike(className, qtClassNames());
+}
+
+QStringList ClassCatalog::layoutClassNames()
+{
+    return {QStringLiteral("QFormLayout"), QStringLiteral("QGridLayout"), QStringLiteral("QHBoxLayout"),
+            QStringLiteral("QStackedLayout"), QStringLiteral("QVBoxLayout")};
 }
 
 QStringList ClassCatalog::qtClassNames()

@@ -14,11 +14,20 @@ const QMetaObject* find(const QString& className);
 //! What the loader makes of the widget: its class, or the class it was promoted from; null for nothing.
 const QMetaObject* created(const Form& form, const FormWidget& widget);
 
+//! Whether the class of the widget is promoted from one that is promoted from it, or by too many steps.
+bool isPromotedForever(const Form& form, const FormWidget& widget);
+
 /*!
  * The known class whose name is most alike, empty when none is. A name of the library's family is
  * answered by a class of the loader's table if there is one alike.
  */
 QString nearest(const QString& className);
+
+//! The layout class whose name is most alike, empty when none is.
+QString nearestLayout(const QString& className);
+
+//! The layouts that the loader can create.
+QStringList layoutClassNames();
 
 //! The names of Qt's classes, sorted.
 QStringList qtClassNames();

@@ -31,6 +31,7 @@ private:
     void skipPreprocessorLine();
     void skipComment(qsizetype textEnd, qsizetype end);
     qsizetype endOfLiteral() const;
+    qsizetype endOfRawLiteral(qsizetype quote) const;
 
     const QString& m_source;
     Suppressions* m_suppressions;
@@ -71,6 +72,8 @@ QList<CppToken> Tokenizer::run()
         if (isNamePart(character)) {
             while (isNamePart(at(end)))
                 ++end;
+            if (at(end) == u'"' && at(end - 1) == u'R')
+                end = endOfRawLiteral(end);
         } else if (character == u'"' || character == u'\'') {
             end = endOfLiteral();
         }
@@ -114,6 +117,19 @@ qsizetype Tokenizer::endOfLiteral() const
             return i + 1;
     }
     return m_source.size();
+}
+
+//! The end of the literal whose quotation mark stands at \a quote: R"delimiter(text)delimiter".
+qsizetype Tokenizer::endOfRawLiteral(qsizetype quote) const
+{
+    constexpr qsizetype longestDelimiter = 16;
+    const qsizetype open = m_source.indexOf(u'(', quote);
+    // Such as the name of a macro before an ordinary literal
+    if (open < 0 || open - quote - 1 > longestDelimiter)
+        return quote;
+    const QString close = u')' + m_source.sliced(quote + 1, open - quote - 1) + u'"';
+    const qsizetype end = m_source.indexOf(close, open);
+    return end < 0 ? m_source.size() : end + close.size();
 }
 
 } // namespace

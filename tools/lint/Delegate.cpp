@@ -43,8 +43,18 @@ QString joined(const Tokens& tokens)
     return text;
 }
 
+//! Removes [[maybe_unused]] and the like.
+void removeAttributes(Tokens* tokens)
+{
+    for (qsizetype i = 0; i + 1 < tokens->size(); ++i) {
+        while (i + 1 < tokens->size() && tokens->at(i) == "["_L1 && tokens->at(i + 1) == "["_L1)
+            tokens->remove(i, afterBracket(*tokens, i) - i);
+    }
+}
+
 DelegateParameter parameterFrom(Tokens tokens)
 {
+    removeAttributes(&tokens);
     const auto defaultValue =
         std::find_if(tokens.cbegin(), tokens.cend(), [](const CppToken& token) { return token == "="_L1; });
     tokens.resize(std::distance(tokens.cbegin(), defaultValue));
@@ -221,13 +231,17 @@ QList<DelegateMethod> methodsInHeader(const Tokens& tokens)
     return methods;
 }
 
-bool readSignatures(const QString& text, const QJsonDocument& document, Delegate* delegate, QString* error)
+bool readSignatures(const QByteArray& json, Delegate* delegate, QString* error)
 {
-    if (!document.isArray()) {
+    const std::optional<QJsonDocument> document = parseJson(delegate->path, json, error);
+    if (!document)
+        return false;
+    if (!document->isArray()) {
         *error = delegate->path + u": must hold an array of signatures";
         return false;
     }
-    const QJsonArray signatures = document.array();
+    const QList<qint64> lines = stringLines(json);
+    const QJsonArray signatures = document->array();
     for (const QJsonValue& value : signatures) {
         const QString signature = value.toString();
         // A name of its own makes a signature without a return type read like a declaration.
@@ -236,8 +250,7 @@ bool readSignatures(const QString& text, const QJsonDocument& document, Delegate
             *error = delegate->path + u": each entry must be a signature such as \"ok_clicked()\"";
             return false;
         }
-        const qsizetype position = qMax<qsizetype>(text.indexOf(u'"' + signature), 0);
-        method->line = QStringView(text).first(position).count(u'\n') + 1;
+        method->line = lines.at(delegate->methods.size());
         delegate->methods.append(std::move(*method));
     }
     return true;
@@ -253,8 +266,7 @@ std::optional<Delegate> readDelegate(const QString& path, QString* error)
     Delegate delegate;
     delegate.path = path;
     if (path.endsWith(u".json", Qt::CaseInsensitive)) {
-        const std::optional<QJsonDocument> document = readJsonFile(path, error);
-        if (!document || !readSignatures(*text, *document, &delegate, error))
+        if (!readSignatures(text->toUtf8(), &delegate, error))
             return std::nullopt;
     } else {
         delegate.methods = methodsInHeader(cppTokens(*text, &delegate.suppressions));

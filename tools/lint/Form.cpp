@@ -63,6 +63,7 @@ private:
     void comment();
     Element elementIn(Element parent);
     void startWidget();
+    void startString();
     void endString();
     QString attribute(QLatin1String name) const { return m_xml.attributes().value(name).toString(); }
 
@@ -118,12 +119,19 @@ void FormReader::startElement()
 {
     const Element element = elementIn(m_open.constLast());
     m_open.append(element);
+    if (const qsizetype depth = m_open.size() - 1; depth > m_form.depth) {
+        m_form.depth = depth;
+        m_form.deepestLine = m_xml.lineNumber();
+    }
     m_text.clear();
     for (const Suppression& suppression : std::as_const(m_pendingSuppressions)) {
         m_openSuppressions.append({m_open.size(), m_form.suppressions.size()});
         m_form.suppressions.append(suppression);
     }
     m_pendingSuppressions.clear();
+
+    if (element == Element::Holder && m_xml.name() == u"layout")
+        m_form.layouts.append({attribute("class"_L1), attribute("name"_L1), m_xml.lineNumber()});
 
     switch (element) {
     case Element::Widget:
@@ -134,10 +142,13 @@ void FormReader::startElement()
         m_property.name = attribute("name"_L1);
         m_property.value.line = m_xml.lineNumber();
         break;
+    case Element::StringList:
+        startString();
+        break;
     case Element::String:
-        m_string = FormText();
-        m_string.comment = attribute("comment"_L1);
-        m_string.translatable = m_xml.attributes().value("notr"_L1) != "true"_L1;
+        // In a list only the list says how its strings are translated.
+        if (m_open.at(m_open.size() - 2) != Element::StringList)
+            startString();
         m_string.line = m_xml.lineNumber();
         break;
     case Element::CustomWidget:
@@ -262,6 +273,13 @@ void FormReader::endElement()
     }
     // A comment with nothing after it in its element speaks of nothing.
     m_pendingSuppressions.clear();
+}
+
+void FormReader::startString()
+{
+    m_string = FormText();
+    m_string.comment = attribute("comment"_L1);
+    m_string.translatable = m_xml.attributes().value("notr"_L1) != "true"_L1;
 }
 
 void FormReader::endString()

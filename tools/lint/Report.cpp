@@ -29,9 +29,8 @@ QString uriOf(const QString& path)
 {
     if (QDir::isAbsolutePath(path))
         return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
-    QUrl url;
-    url.setPath(QDir::fromNativeSeparators(path), QUrl::DecodedMode);
-    return url.toString(QUrl::FullyEncoded);
+    // Not as a QUrl, which refuses a colon that might stand behind a scheme.
+    return QString::fromLatin1(QUrl::toPercentEncoding(QDir::fromNativeSeparators(path), "/"));
 }
 
 QJsonObject sarifRule(const Rule& rule)

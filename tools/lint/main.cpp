@@ -3,11 +3,11 @@
 #include "Report.h"
 #include "Rules.h"
 #include "tools/common/CommandLine.h"
+#include "tools/common/OutputFile.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 
 using namespace Qt::StringLiterals;
 
@@ -21,7 +21,6 @@ struct Options {
     Project project;
     QStringList disabled;
     ReportWriter report = textReport;
-    QString output;
 };
 
 QByteArray ruleList()
@@ -52,9 +51,11 @@ bool filesIn(const QString& path, const QString& pattern, QStringList* files, QS
 
 //! Reads each of \a paths into \a inputs, up to the first that cannot be read.
 template <typename Input, typename Read>
-bool readAll(const QStringList& paths, Read read, QList<Input>* inputs, QString* error)
+bool readAll(QStringList paths, Read read, QList<Input>* inputs, QString* error)
 {
-    for (const QString& path : paths) {
+    // A file that is given twice has its findings once.
+    paths.removeDuplicates();
+    for (const QString& path : std::as_const(paths)) {
         auto input = read(path, error);
         if (!input)
             return false;
@@ -106,22 +107,7 @@ bool readOptions(const QCommandLineParser& parser, Options* options, QString* er
             return false;
         }
     }
-    options->output = parser.value(u"output"_s);
     return readProject(parser, &options->project, error);
-}
-
-//! Either the whole report or nothing is written.
-bool writeReport(const QString& path, const QByteArray& report, QString* error)
-{
-    if (path.isEmpty()) {
-        writeText(stdout, report);
-        return true;
-    }
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(report) == report.size() && file.commit())
-        return true;
-    *error = path + u": " + file.errorString();
-    return false;
 }
 
 void addOptions(QCommandLineParser* parser)
@@ -154,17 +140,22 @@ int main(int argc, char** argv)
     QCommandLineParser parser;
     if (const auto status = readCommandLine(tool, argc, argv, &parser))
         return *status;
-    if (parser.isSet(u"list-rules"_s)) {
-        writeText(stdout, ruleList());
-        return 0;
-    }
+    if (parser.isSet(u"list-rules"_s))
+        return writeOutput(tool.name, ruleList()) ? 0 : cannotRunStatus;
     Options options;
     QString error;
-    if (readOptions(parser, &options, &error)) {
-        const Findings findings = checkProject(options.project, options.disabled);
-        if (writeReport(options.output, options.report(findings), &error))
-            return findings.isEmpty() ? 0 : hasFindingsStatus;
+    if (!readOptions(parser, &options, &error)) {
+        writeError(tool.name, error);
+        return cannotRunStatus;
     }
-    writeError(tool.name, error);
-    return cannotRunStatus;
+    const Findings findings = checkProject(options.project, options.disabled);
+    const QByteArray report = options.report(findings);
+    if (!parser.isSet(u"output"_s)) {
+        if (!writeOutput(tool.name, report))
+            return cannotRunStatus;
+    } else if (!writeOutputFile(parser.value(u"output"_s), report, &error)) {
+        writeError(tool.name, error);
+        return cannotRunStatus;
+    }
+    return findings.isEmpty() ? 0 : hasFindingsStatus;
 }

@@ -5,9 +5,8 @@
 
 namespace {
 
-QString advice(const QString& className)
+QString advice(const QString& nearest)
 {
-    const QString nearest = ClassCatalog::nearest(className);
     if (nearest.isEmpty())
         return QStringLiteral("Use a class that the library's loader knows.");
     return u"Use a class that the library's loader knows; the nearest is " + nearest + u'.';
@@ -25,6 +24,9 @@ void checkClasses(const Project& project, QLatin1String rule, Findings* findings
             if (const QMetaObject* base = widget.created) {
                 consequence =
                     u"the service shows a plain " + QString::fromLatin1(base->className()) + u" instead";
+            } else if (ClassCatalog::isPromotedForever(form, widget)) {
+                consequence =
+                    QStringLiteral("its promotions never end, and a program crashes that loads the form");
             } else if (widget.parent < 0) {
                 consequence = QStringLiteral("the form does not load");
             } else {
@@ -32,7 +34,18 @@ void checkClasses(const Project& project, QLatin1String rule, Findings* findings
             }
             findings->append({rule, form.path, widget.line,
                               u"the loader cannot create the class " + widget.className + u" of \""
-                                  + widget.name + u"\": " + consequence + u". " + advice(widget.className)});
+                                  + widget.name + u"\": " + consequence + u". "
+                                  + advice(ClassCatalog::nearest(widget.className))});
+        }
+        for (const FormLayout& layout : form.layouts) {
+            if (ClassCatalog::layoutClassNames().contains(layout.className))
+                continue;
+            findings->append({rule, form.path, layout.line,
+                              u"the loader cannot create the layout class " + layout.className + u" of \""
+                                  + layout.name
+                                  + u"\": what it holds is left out, and a program may crash that loads the "
+                                    u"form. "
+                                  + advice(ClassCatalog::nearestLayout(layout.className))});
         }
     }
 }

@@ -13,9 +13,15 @@ constexpr qsizetype largestValueCount = 9;
 constexpr QLatin1String clickSuffix("_clicked");
 constexpr QLatin1String contextType("ZEFPipeFacilityInvocationContext*");
 
+//! "QVariant" for "const QVariant&" and "QVariant const&", as Qt compares it.
+QString typeForQt(const DelegateParameter& parameter)
+{
+    return QString::fromUtf8(QMetaObject::normalizedType(parameter.type.toUtf8().constData()));
+}
+
 bool takesContext(const DelegateMethod& method)
 {
-    return !method.parameters.isEmpty() && method.parameters.constFirst().type == contextType;
+    return !method.parameters.isEmpty() && typeForQt(method.parameters.constFirst()) == contextType;
 }
 
 bool isClickMethod(const DelegateMethod& method)
@@ -82,7 +88,7 @@ QString problemOfMethod(const Project& project, const DelegateMethod& method)
 
 QString problemOfParameter(const QList<const Form*>& forms, const DelegateParameter& parameter)
 {
-    if (parameter.type != u"QVariant" && parameter.type != u"const QVariant&")
+    if (typeForQt(parameter) != u"QVariant")
         return u"must be a QVariant, or the call finds no method."_s;
     const QStringList pieces = parameter.name.split(u'_');
     if (pieces.size() != 2) {

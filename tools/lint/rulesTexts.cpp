@@ -103,6 +103,40 @@ bool isTranslatedLater(const Translation& translation, const FormText& text)
         || translation.covers(QString(), text.text, QString());
 }
 
+//! The widgets and properties that values are written to, as "widget_property".
+QSet<QString> filledProperties(const Project& project)
+{
+    QSet<QString> filled;
+    for (const Values& values : project.values) {
+        for (const Values::Entry& entry : values.properties)
+            filled.insert(entry.key.section(u'_', 0, 1));
+    }
+    return filled;
+}
+
+//! The properties that a label shows which takes markup for rich text.
+QList<QLatin1String> labelTexts(const QMetaObject* meta)
+{
+    if (ClassCatalog::inherits(meta, "QLabel"))
+        return {"text"_L1};
+    if (ClassCatalog::inherits(meta, "ZEFCommandLinkButton"))
+        return {"title"_L1, "description"_L1};
+    if (ClassCatalog::inherits(meta, "ZEFToggleButton"))
+        return {"offText"_L1, "onText"_L1};
+    return {};
+}
+
+QString richTextAdvice(const QMetaObject* meta)
+{
+    if (ClassCatalog::inherits(meta, "ZEFHyperlinkLabel")) {
+        return u"Let the service escape the value by QString::toHtmlEscaped(), and excuse this finding by a "
+               "comment."_s;
+    }
+    if (ClassCatalog::inherits(meta, "QLabel"))
+        return u"Set its textFormat to Qt::PlainText."_s;
+    return u"Its labels have no textFormat to set: show the value in a label of its own."_s;
+}
+
 } // namespace
 
 void checkPlaceholders(const Project& project, QLatin1String rule, Findings* findings)
@@ -169,7 +203,7 @@ void checkPropertyKeys(const Project& project, QLatin1String rule, Findings* fin
             const QStringList pieces = entry.key.split(u'_');
             const auto report = [&](const QString& problem) {
                 findings->append(
-                    {rule, values.path, 1, u"the property key \"" + entry.key + u"\" " + problem});
+                    {rule, values.path, entry.line, u"the property key \"" + entry.key + u"\" " + problem});
             };
             if (pieces.size() < 2) {
                 report(u"is skipped, since it has no underscore. Write it as <objectName>_<property>."_s);
@@ -189,29 +223,23 @@ void checkPropertyKeys(const Project& project, QLatin1String rule, Findings* fin
 
 void checkRichText(const Project& project, QLatin1String rule, Findings* findings)
 {
-    const auto isFilledByKey = [&](const FormWidget& widget) {
-        return std::any_of(project.values.cbegin(), project.values.cend(), [&](const Values& values) {
-            return std::any_of(
-                values.properties.cbegin(), values.properties.cend(), [&](const Values::Entry& entry) {
-                    const QStringList pieces = entry.key.split(u'_');
-                    return pieces.size() > 1 && pieces.at(0) == widget.name && pieces.at(1) == u"text";
-                });
-        });
-    };
+    const QSet<QString> filled = filledProperties(project);
     for (const Form& form : project.forms) {
         for (const FormWidget& widget : form.widgets) {
-            const FormProperty* text = widget.property("text"_L1);
-            const bool showsValue = (text && hasPlaceholder(text->value.text)) || isFilledByKey(widget);
-            if (!showsValue || !ClassCatalog::inherits(widget.created, "QLabel"))
-                continue;
             const FormProperty* format = widget.property("textFormat"_L1);
             if (format && format->value.text.endsWith(u"PlainText"))
                 continue;
-            findings->append(
-                {rule, form.path, text ? text->value.line : widget.line,
-                 u"\"" + widget.name
-                     + u"\" would show markup in a client's value as rich text, links and pictures "
-                       "included. Set its textFormat to Qt::PlainText."});
+            for (const QLatin1String name : labelTexts(widget.created)) {
+                const FormProperty* text = widget.property(name);
+                if (!(text && hasPlaceholder(text->value.text))
+                    && !filled.contains(widget.name + u'_' + name))
+                    continue;
+                findings->append({rule, form.path, text ? text->value.line : widget.line,
+                                  u"\"" + widget.name
+                                      + u"\" would show markup in a client's value as rich "
+                                        u"text, links and pictures included. "
+                                      + richTextAdvice(widget.created)});
+            }
         }
     }
 }

@@ -2,6 +2,7 @@
 
 #include "tools/common/InputFile.h"
 #include "tools/common/Values.h"
+#include "tools/lint/ClassCatalog.h"
 #include "tools/lint/Rules.h"
 #include "tools/preview/CompiledTranslation.h"
 
@@ -13,6 +14,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QResource>
+#include <QtWidgets/QLayout>
 
 #include <chrono>
 #include <list>
@@ -24,6 +26,9 @@ namespace {
 
 // An editor writes a file in several steps.
 constexpr auto reloadDelay = 200ms;
+
+// Qt's form loader calls itself for each element inside another one, on a stack of 1 MiB on some systems.
+constexpr qsizetype largestDepth = 300;
 
 bool isReadableFolder(const QString& path, QString* error)
 {
@@ -75,6 +80,33 @@ ZEFDictionary dictionaryFrom(const Values::Dictionary& entries)
     return dictionary;
 }
 
+//! The folder of a file or folder; while that does not exist either, the one where it would appear.
+QString folderAbove(const QString& path)
+{
+    QString folder = QFileInfo(path).absolutePath();
+    for (QString above = QFileInfo(folder).absolutePath(); !QFileInfo::exists(folder) && above != folder;
+         above = QFileInfo(folder).absolutePath())
+        folder = above;
+    return folder;
+}
+
+//! The line of the class without which nothing can be shown, 0 without one.
+qint64 lineThatCannotBeBuilt(const Form& form)
+{
+    if (const FormWidget& top = form.widgets.constFirst(); !top.created)
+        return top.line;
+    // Qt's form loader crashes at these.
+    for (const FormWidget& widget : form.widgets) {
+        if (!widget.created && ClassCatalog::isPromotedForever(form, widget))
+            return widget.line;
+    }
+    for (const FormLayout& layout : form.layouts) {
+        if (!ClassCatalog::layoutClassNames().contains(layout.className))
+            return layout.line;
+    }
+    return 0;
+}
+
 //! Placeholders first, so that a value never brings in one, as it stands with a service's client.
 void fillForm(ZEFUIElement* element, const Values& values)
 {
@@ -111,26 +143,33 @@ bool FormPreview::load(QString* error)
     ResourceContents contents;
     if (!readFiles(&contents, error))
         return false;
+    QByteArray valuesText;
     Values values;
     if (!m_options.values.isEmpty()) {
-        auto read = readValues(m_options.values, error);
+        const auto text = readInputFile(m_options.values, error);
+        if (!text)
+            return false;
+        auto read = parseValues(m_options.values, *text, error);
         if (!read)
             return false;
+        valuesText = *text;
         values = std::move(*read);
     }
+    QByteArray resource = resourceFile(contents);
+    // Something else in one of the folders has changed: what the user typed into the form stays.
+    if (m_dialog && resource == m_resource && valuesText == m_valuesText)
+        return true;
 
     const QPoint position = m_dialog ? m_dialog->pos() : QPoint();
     const bool wasShown = m_dialog;
     dropForm();
-    m_resource = resourceFile(contents);
+    m_resource = std::move(resource);
+    m_valuesText = std::move(valuesText);
     QResource::registerResource(reinterpret_cast<const uchar*>(m_resource.constData()));
     if (!show(error))
         return false;
     fillForm(m_dialog->element(), values);
-    if (m_options.size.isValid())
-        m_dialog->resize(m_options.size);
-    else
-        m_dialog->setFixedSize(true);
+    chooseSize();
     if (wasShown)
         m_dialog->move(position);
     m_dialog->show();
@@ -152,20 +191,25 @@ bool FormPreview::readFiles(ResourceContents* contents, QString* error)
     if (!m_options.translations.isEmpty() && !addTranslations(m_options.translations, contents, error))
         return false;
 
-    const bool canBeBuilt = form->widgets.constFirst().created;
+    if (form->depth > largestDepth) {
+        *error = m_options.form + u':' + QString::number(form->deepestLine) + u": more than "
+            + QString::number(largestDepth) + u" elements are nested here, which is too deep";
+        return false;
+    }
     m_topLine = form->widgets.constFirst().line;
+    const qint64 fatalLine = lineThatCannotBeBuilt(*form);
     Project project;
     project.forms.append(std::move(*form));
     for (const Finding& finding : checkProject(project, {})) {
         if (finding.rule != "unknown-class"_L1)
             continue;
         const QString line = finding.file + u':' + QString::number(finding.line) + u": " + finding.message;
-        if (!canBeBuilt) {
-            // The top widget's is the first.
+        if (finding.line == fatalLine) {
             *error = line;
             return false;
         }
-        Q_EMIT complaint(line);
+        if (fatalLine == 0)
+            Q_EMIT complaint(line);
     }
     return true;
 }
@@ -181,6 +225,25 @@ bool FormPreview::show(QString* error)
         + u": the library's form loader cannot build this form";
     dropForm();
     return false;
+}
+
+//! The size asked for, or else the one that ZEFUIDialog::create() gives the form.
+void FormPreview::chooseSize()
+{
+    if (m_options.size.isValid()) {
+        m_dialog->resize(m_options.size);
+        return;
+    }
+    const QLayout* layout = m_dialog->layout();
+    if (!layout->sizeHint().isEmpty()) {
+        m_dialog->setFixedSize(true);
+        return;
+    }
+    Q_EMIT complaint(m_options.form + u':' + QString::number(m_topLine)
+                     + u": the form asks for no size, so that a dialog of ZEFUIDialog::create() shows "
+                       "nothing of it. Give it a layout or a minimum size; here it has the size that it has "
+                       "in Designer.");
+    m_dialog->resize(layout->itemAt(0)->widget()->size());
 }
 
 /*!
@@ -214,13 +277,13 @@ void FormPreview::reload()
 
 void FormPreview::watchFiles()
 {
-    QStringList paths{m_options.form, QFileInfo(m_options.form).absolutePath()};
+    QStringList paths{m_options.form, folderAbove(m_options.form)};
     if (!m_options.values.isEmpty())
-        paths += {m_options.values, QFileInfo(m_options.values).absolutePath()};
+        paths += {m_options.values, folderAbove(m_options.values)};
     for (const QString& path : {m_options.styleSheets, m_options.translations}) {
         if (path.isEmpty())
             continue;
-        paths.append(path);
+        paths += {path, folderAbove(path)};
         const QDir folder(path);
         for (const QString& name : folder.entryList({u"*.css"_s, u"*.qm"_s, u"*.ts"_s}, QDir::Files))
             paths.append(folder.filePath(name));

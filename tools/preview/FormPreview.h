@@ -54,6 +54,7 @@ private:
     Q_DISABLE_COPY_MOVE(FormPreview)
     bool readFiles(ResourceContents* contents, QString* error);
     bool show(QString* error);
+    void chooseSize();
     void dropForm();
     void reload();
     void watchFiles();
@@ -62,6 +63,7 @@ private:
     QPointer<ZEFUIDialog> m_dialog;
     //! Registered with Qt while it is not empty.
     QByteArray m_resource;
+    QByteArray m_valuesText;
     //! Where the form's top widget stands in its file.
     qint64 m_topLine = 1;
     QFileSystemWatcher m_watcher;

@@ -2,18 +2,19 @@
 
 #include "FormPreview.h"
 #include "tools/common/CommandLine.h"
+#include "tools/common/OutputFile.h"
 
 #include <ZEFUIDialog.h>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QSaveFile>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleFactory>
 
 #include <algorithm>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -33,10 +34,13 @@ bool isAboutForm(const QString& message)
                        [&](const QString& beginning) { return message.startsWith(beginning); });
 }
 
-void writeMessage(QtMsgType, const QMessageLogContext&, const QString& message)
+void writeMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
-    if (isVerbose || isAboutForm(message))
+    if (isVerbose || type == QtFatalMsg || isAboutForm(message))
         writeError(u"zefui-preview"_s, message);
+    // Qt gives up where there is no display; the line above says so, and nothing needs a memory dump.
+    if (type == QtFatalMsg)
+        std::_Exit(cannotRunStatus);
 }
 
 //! "640x480", within what a screen can hold.
@@ -69,19 +73,19 @@ bool readOptions(const QCommandLineParser& parser, PreviewOptions* options, QStr
     return !parser.isSet(u"size"_s) || readSize(parser.value(u"size"_s), &options->size, error);
 }
 
-//! Either the whole picture or nothing is written.
 bool writeScreenshot(QWidget* widget, const QString& path, QString* error)
 {
     // Some widgets decide at their first painting what they show.
     QCoreApplication::processEvents();
     QByteArray picture;
     QBuffer buffer(&picture);
-    widget->grab().save(&buffer, "PNG");
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(picture) == picture.size() && file.commit())
-        return true;
-    *error = path + u": " + file.errorString();
-    return false;
+    if (widget->width() > largestLength || widget->height() > largestLength
+        || !widget->grab().save(&buffer, "PNG")) {
+        *error = u"no picture can be made of a form of "_s + QString::number(widget->width()) + u'x'
+            + QString::number(widget->height()) + u" pixels; choose another size by --size";
+        return false;
+    }
+    return writeOutputFile(path, picture, error);
 }
 
 void addOptions(QCommandLineParser* parser)

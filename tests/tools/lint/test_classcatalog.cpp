@@ -32,6 +32,10 @@ void TestClassCatalog::itKnowsWhatTheLoaderCreates()
     QStringList known = ClassCatalog::qtClassNames();
     known.sort();
     QCOMPARE(known, available);
+
+    QStringList layouts = loader.availableLayouts();
+    layouts.sort();
+    QCOMPARE(ClassCatalog::layoutClassNames(), layouts);
 }
 
 void TestClassCatalog::itKnowsTheLibrarysOwnClasses()
@@ -101,6 +105,11 @@ void TestClassCatalog::aCircleOfPromotionsEnds()
     FormWidget widget;
     widget.className = u"A"_s;
     QVERIFY(!ClassCatalog::created(form, widget));
+    QVERIFY(ClassCatalog::isPromotedForever(form, widget));
+    form.promotedClasses.insert(u"B"_s, u"QLabel"_s);
+    QVERIFY(!ClassCatalog::isPromotedForever(form, widget));
+    form.promotedClasses.insert(u"B"_s, u"Nothing"_s);
+    QVERIFY(!ClassCatalog::isPromotedForever(form, widget));
 }
 
 ZEF_TEST_MAIN(TestClassCatalog)

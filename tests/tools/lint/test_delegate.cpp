@@ -30,14 +30,18 @@ void TestDelegate::methods_data()
     QTest::newRow("parameters")
         << QByteArray(
                "class A {\npublic slots:\n void a(X* x, const QVariant &b_c = QVariant(1, 2), QVariant, "
-               "QMap<int, int> m, QVariant d [[maybe_unused]]) const noexcept;\n void b(void);\n};\n")
-        << QStringList{
-               u"3 a(X* x, const QVariant& b_c, QVariant , QMap<int,int> m, QVariant d[[maybe_unused]] )"_s,
-               u"4 b()"_s};
+               "QMap<int, int> m, QVariant d [[maybe_unused]], [[a]] [[b(1, 2)]] E e[2]) const noexcept;\n "
+               "void b(void);\n};\n")
+        << QStringList{u"3 a(X* x, const QVariant& b_c, QVariant , QMap<int,int> m, QVariant d, E e[2] )"_s,
+                       u"4 b()"_s};
     QTest::newRow("bodies, comments, literals, preprocessor") << QByteArray(
         "#define SLOTS \\\n class B { public slots: void no(); };\n// class C { public slots: void no(); };\n"
         "class A {\n/* public\n slots: */ public slots:\n void a() { if (x) { b(\"}\"); c('}'); } }\n"
         " void d();\n};\n") << QStringList{u"7 a()"_s, u"8 d()"_s};
+    QTest::newRow("raw literals") << QByteArray(
+        "class A {\nstatic constexpr auto a = R\"({ class B { \"x)\", b = u8R\"-(\n}\" )-\", c = FOR\"}\";\n"
+        "public slots:\n void d();\n};\n")
+                                  << QStringList{u"5 d()"_s};
     QTest::newRow("macros and exports") << QByteArray(
         "class EXPORT A final : public B<int> {\n Q_OBJECT\n Q_PROPERTY(int a READ a)\n Q_CLASSINFO(\"a\", "
         "\"b\")\n"

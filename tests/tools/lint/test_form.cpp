@@ -34,7 +34,8 @@ void TestForm::widgetsAndProperties()
    <item><spacer name="spacer"><property name="note"><string>Spacer</string></property></spacer></item>
   </layout>
   <widget class="Fancy" name="fancy">
-   <property name="lines"><stringlist><string>L1</string><string>L2</string></stringlist></property>
+   <property name="lines"><stringlist notr="true"><string notr="false">L1</string><string>L2</string></stringlist></property>
+   <property name="more"><stringlist comment="list"><string notr="true" comment="item">M</string></stringlist></property>
    <property name="format"><enum>Qt::PlainText</enum></property>
   </widget>
   <action name="action"><property name="text"><string>Act</string></property></action>
@@ -63,7 +64,7 @@ void TestForm::widgetsAndProperties()
     QCOMPARE(widgets,
              QStringList({u"4 QDialog Login -1: geometry=,windowTitle=\"Log in & out"_s,
                           u"12 QComboBox combo 0: editable=true"_s,
-                          u"20 Fancy fancy 0: lines=,format=Qt::PlainText"_s}));
+                          u"20 Fancy fancy 0: lines=,more=,format=Qt::PlainText"_s}));
     QCOMPARE(form->widgets.at(0).properties.at(1).value.comment, u"title"_s);
     QCOMPARE(form->widgets.at(0).properties.at(1).value.line, 7);
 
@@ -71,9 +72,15 @@ void TestForm::widgetsAndProperties()
     for (const FormText& other : form->otherTexts)
         others.append(QString::number(other.line) + u' ' + other.text
                       + (other.translatable ? u"" : u" fixed"));
-    QCOMPARE(
-        others,
-        QStringList({u"14 One"_s, u"15 Two fixed"_s, u"18 Spacer"_s, u"21 L1"_s, u"21 L2"_s, u"24 Act"_s}));
+    QCOMPARE(others,
+             QStringList({u"14 One"_s, u"15 Two fixed"_s, u"18 Spacer"_s, u"21 L1 fixed"_s, u"21 L2 fixed"_s,
+                          u"22 M"_s, u"25 Act"_s}));
+    // As the form loader has it: the strings of a list share what the list says.
+    QCOMPARE(form->otherTexts.at(5).comment, u"list"_s);
+    QCOMPARE(form->otherTexts.at(6).comment, QString());
+
+    QCOMPARE(form->depth, 8);
+    QCOMPARE(form->deepestLine, 14);
 }
 
 ZEF_TEST_MAIN(TestForm)

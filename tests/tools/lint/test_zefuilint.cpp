@@ -9,6 +9,7 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QApplication>
 
@@ -83,6 +84,11 @@ private Q_SLOTS:
     void sarifReport();
     void aTextReportKeepsToOneLineForEachFinding();
     void theReportGoesToAFile();
+    void aFileGivenTwiceIsCheckedOnce();
+    void onlyFilesAreReplaced_data();
+    void onlyFilesAreReplaced();
+    void anOutputThatTakesNothingIsAFailure_data();
+    void anOutputThatTakesNothingIsAFailure();
 
     void whatCannotBeRunIsSaidInOneLine_data();
     void whatCannotBeRunIsSaidInOneLine();
@@ -293,6 +299,13 @@ void TestZEFUILint::sarifReport()
              u"my%20forms/%C3%A4.ui"_s);
     QCOMPARE(locationOf(run).value(u"region"_s).toObject().value(u"startLine"_s).toInt(), 5);
 
+#ifndef Q_OS_WIN
+    QVERIFY(QFile::copy(absolute, folder.filePath(u"a:b?.ui"_s)));
+    const ToolRun colonRun = lint({u"--format"_s, u"sarif"_s, u"a:b?.ui"_s}, folder.path());
+    QCOMPARE(locationOf(colonRun).value(u"artifactLocation"_s).toObject().value(u"uri"_s).toString(),
+             u"a%3Ab%3F.ui"_s);
+#endif
+
     const ToolRun absoluteRun = lint({u"--format"_s, u"sarif"_s, absolute});
     const QString uri =
         locationOf(absoluteRun).value(u"artifactLocation"_s).toObject().value(u"uri"_s).toString();
@@ -319,6 +332,65 @@ void TestZEFUILint::theReportGoesToAFile()
     QCOMPARE(run.status, 1);
     QCOMPARE(run.output, QByteArray());
     QCOMPARE(contentsOf(report), contentsOf(samples + u"/close-twice/bad.txt"));
+}
+
+void TestZEFUILint::aFileGivenTwiceIsCheckedOnce()
+{
+    const QDir folder(samples + u"/close-twice");
+    const ToolRun run = lint({u"bad.ui"_s, u"bad.ui"_s}, folder.path());
+    QCOMPARE(run.output, contentsOf(folder.filePath(u"bad.txt"_s)));
+}
+
+void TestZEFUILint::onlyFilesAreReplaced_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("error");
+    QTest::newRow("a folder") << u"folder"_s << QByteArray("folder: is a folder, not a file");
+    QTest::newRow("a pipe") << u"pipe"_s << QByteArray("pipe: is not an ordinary file");
+    QTest::newRow("nothing") << QString() << QByteArray(": ");
+}
+
+//! A report for /dev/null must not take the place of the device. A pipe stands for it here.
+void TestZEFUILint::onlyFilesAreReplaced()
+{
+    QFETCH(const QString, path);
+    QFETCH(const QByteArray, error);
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir(u"folder"_s));
+    if (path == "pipe"_L1 && QProcess::execute(u"mkfifo"_s, {folder.filePath(path)}) != 0)
+        QSKIP("This system has no pipes among its files");
+    const ToolRun run = lint({u"--output"_s, path, samples + u"/close-twice/bad.ui"}, folder.path());
+    QCOMPARE(run.errors.first(qMin(run.errors.size(), error.size() + 12)), "zefui-lint: " + error);
+    QCOMPARE(run.errors.count('\n'), 1);
+    QCOMPARE(run.output, QByteArray());
+    QCOMPARE(run.status, 2);
+    QVERIFY(!QFileInfo(folder.filePath(u"pipe"_s)).isFile());
+}
+
+void TestZEFUILint::anOutputThatTakesNothingIsAFailure_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("findings") << QStringList{samples + u"/close-twice/bad.ui"};
+    QTest::newRow("an empty list") << QStringList{u"--format"_s, u"json"_s,
+                                                  samples + u"/close-twice/good.ui"};
+    QTest::newRow("rules") << QStringList{u"--list-rules"_s};
+    QTest::newRow("help") << QStringList{u"--help"_s};
+    QTest::newRow("version") << QStringList{u"--version"_s};
+}
+
+void TestZEFUILint::anOutputThatTakesNothingIsAFailure()
+{
+    QFETCH(const QStringList, arguments);
+    const QFileInfo full(u"/dev/full"_s);
+    if (!full.exists() || full.isFile())
+        QSKIP("This system has no device that is always full");
+    QProcess process;
+    process.setStandardOutputFile(full.filePath());
+    process.start(QStringLiteral(ZEFUI_LINT), arguments);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.readAllStandardError(),
+             QByteArray("zefui-lint: standard output: No space left on device\n"));
+    QCOMPARE(process.exitCode(), 2);
 }
 
 void TestZEFUILint::whatCannotBeRunIsSaidInOneLine_data()
@@ -477,6 +549,17 @@ void TestZEFUILint::repetitionIsReadInTime_data()
     QTest::newRow("comments of a style sheet") << u"--css"_s << QByteArray("/* */").repeated(count);
     QTest::newRow("heads of classes")
         << u"--delegate"_s << QByteArray("class ").repeated(count) + "A { Q_INVOKABLE void f(); };";
+    QByteArray signatures;
+    QByteArray keys;
+    for (int i = 0; i < count / 5; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        signatures += "\"a" + number + "_clicked()\",\n";
+        keys += "\"a" + number + "_text\": 1,\n";
+    }
+    signatures.chop(2);
+    keys.chop(2);
+    QTest::newRow("signatures") << u"--delegate"_s << '[' + signatures + ']';
+    QTest::newRow("property keys") << u"--values"_s << "{\"properties\": {" + keys + "}}";
 }
 
 //! A scan that starts again at each place would take hours.
@@ -485,10 +568,11 @@ void TestZEFUILint::repetitionIsReadInTime()
     QFETCH(const QString, option);
     QFETCH(const QByteArray, contents);
     const QTemporaryDir folder;
-    write(folder.filePath(u"input"_s), contents);
-    QStringList arguments{u"input"_s};
+    const QString name = contents.startsWith('[') ? u"input.json"_s : u"input"_s;
+    write(folder.filePath(name), contents);
+    QStringList arguments{name};
     if (!option.isEmpty())
-        arguments = {option, u"input"_s, samples + u"/close-twice/good.ui"};
+        arguments = {option, name, samples + u"/close-twice/good.ui"};
     const ToolRun run = lint(arguments, folder.path());
     QCOMPARE(run.errors, QByteArray());
     QVERIFY(run.status == 0 || run.status == 1);

@@ -58,12 +58,16 @@ private Q_SLOTS:
     void aChangedFileIsShown();
     void aBrokenFileLeavesTheForm();
     void aReplacedFileIsShown();
+    void aFolderThatComesBackIsRead_data();
+    void aFolderThatComesBackIsRead();
+    void anotherFileChangesNothing();
     void closingTheFormIsTold();
     void aClassOfNoOneIsComplainedOf();
 
 private:
     void prepare() override;
     void tidyUp() override;
+    void writeFiles(const QByteArray& styleSheet);
     QString path(const QString& name) const { return m_folder->filePath(name); }
     static QString property(const FormPreview& preview, const QString& widget, const QString& name)
     {
@@ -82,16 +86,21 @@ void TestFormPreview::prepare()
     TestLog::allow(QRegularExpression(u"debug: (set property on|ZEFUIDialog|formpath in) ?.*"_s));
     TestLog::allow(u"warning: This plugin does not support propagateSizeHints()"_s);
     m_folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir(m_folder->path()).mkdir(u"css"_s));
-    QVERIFY(QDir(m_folder->path()).mkdir(u"i18n"_s));
+    writeFiles("color: #123456");
+    m_options = {path(u"login.ui"_s),    u"de"_s, path(u"looks/css"_s), path(u"i18n"_s),
+                 path(u"values.json"_s), QSize()};
+}
+
+void TestFormPreview::writeFiles(const QByteArray& styleSheet)
+{
+    QVERIFY(QDir().mkpath(path(u"looks/css"_s)));
+    QVERIFY(QDir().mkpath(path(u"i18n"_s)));
     write(path(u"login.ui"_s), form("Good morning, %{user}"));
-    write(path(u"css/greeting.css"_s), "color: #123456");
+    write(path(u"looks/css/greeting.css"_s), styleSheet);
     write(path(u"i18n/zefmain_de.ts"_s), translation);
     write(
         path(u"values.json"_s),
         R"({"dictionaries": [{"user": "Ada"}, {"user": "Bob"}], "properties": {"nameEdit_text": "%{user}"}})");
-    m_options = {path(u"login.ui"_s),    u"de"_s, path(u"css"_s), path(u"i18n"_s),
-                 path(u"values.json"_s), QSize()};
 }
 
 void TestFormPreview::tidyUp()
@@ -127,7 +136,7 @@ void TestFormPreview::aChangedFileIsShown_data()
     QTest::addColumn<QString>("propertyName");
     QTest::addColumn<QString>("value");
     QTest::newRow("form") << u"login.ui"_s << form("Hello") << u"text"_s << u"Hello"_s;
-    QTest::newRow("style sheet") << u"css/greeting.css"_s << QByteArray("color: red") << u"styleSheet"_s
+    QTest::newRow("style sheet") << u"looks/css/greeting.css"_s << QByteArray("color: red") << u"styleSheet"_s
                                  << u"color: red"_s;
     QTest::newRow("translation") << u"i18n/zefmain_de.ts"_s
                                  << QByteArray(translation).replace("Guten Morgen", "Moin") << u"text"_s
@@ -182,6 +191,51 @@ void TestFormPreview::aReplacedFileIsShown()
         QVERIFY(QFile::rename(path(u"login.new"_s), path(u"login.ui"_s)));
         QTRY_COMPARE(property(preview, u"greeting"_s, u"text"_s), QString::fromLatin1(text));
     }
+}
+
+void TestFormPreview::aFolderThatComesBackIsRead_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("style sheets") << u"looks/css"_s;
+    QTest::newRow("everything") << QString();
+}
+
+//! As when another state of the sources is checked out.
+void TestFormPreview::aFolderThatComesBackIsRead()
+{
+    QFETCH(const QString, folder);
+    FormPreview preview(m_options);
+    const QSignalSpy complaints(&preview, &FormPreview::complaint);
+    QVERIFY2(preview.load(&m_error), qPrintable(m_error));
+    preview.watch();
+    QVERIFY(QDir(path(folder)).removeRecursively());
+    QTRY_COMPARE(complaints.size(), 1);
+    QCOMPARE(property(preview, u"greeting"_s, u"styleSheet"_s), u"color: #123456"_s);
+    if (folder.isEmpty()) {
+        writeFiles("color: red");
+    } else {
+        QVERIFY(QDir().mkpath(path(folder)));
+        write(path(u"looks/css/greeting.css"_s), "color: red");
+    }
+    QTRY_COMPARE(property(preview, u"greeting"_s, u"styleSheet"_s), u"color: red"_s);
+}
+
+//! What the user typed into the form stays.
+void TestFormPreview::anotherFileChangesNothing()
+{
+    FormPreview preview(m_options);
+    QVERIFY2(preview.load(&m_error), qPrintable(m_error));
+    preview.watch();
+    ZEFUIElement* const element = preview.dialog()->element();
+    QVERIFY(element->setChildProperty(u"nameEdit"_s, u"text"_s, u"typed"_s));
+    write(path(u"notes.txt"_s), "something else");
+    write(path(u"login.ui"_s), form("Good morning, %{user}"));
+    // Longer than the preview waits for an editor to finish
+    QTest::qWait(500);
+    QCOMPARE(property(preview, u"nameEdit"_s, u"text"_s), u"typed"_s);
+    write(path(u"login.ui"_s), form("Hello"));
+    QTRY_COMPARE(property(preview, u"greeting"_s, u"text"_s), u"Hello"_s);
+    QCOMPARE(property(preview, u"nameEdit"_s, u"text"_s), u"%{user}"_s);
 }
 
 void TestFormPreview::closingTheFormIsTold()

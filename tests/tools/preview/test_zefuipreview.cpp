@@ -4,6 +4,8 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <QtWidgets/QApplication>
@@ -18,6 +20,14 @@ const QByteArray form = R"(<?xml version="1.0"?>
  <widget class="QFrame" name="panel"/>
 </ui>
 )";
+
+QByteArray formOfSize(const QByteArray& width, const QByteArray& height)
+{
+    const QByteArray size = "<size><width>" + width + "</width><height>" + height + "</height></size>";
+    const QByteArray properties = "><property name=\"minimumSize\">" + size
+        + "</property><property name=\"maximumSize\">" + size + "</property></widget>";
+    return QByteArray(form).replace("/>", properties);
+}
 
 void write(const QString& path, const QByteArray& contents)
 {
@@ -43,6 +53,10 @@ private Q_SLOTS:
     void whatCannotBeRunIsSaidInOneLine_data();
     void whatCannotBeRunIsSaidInOneLine();
     void aFailureLeavesTheOldPicture();
+    void aFormWithoutALayoutHasItsSizeInDesigner();
+    void aFormOfNoSizeHasNoPicture();
+    void onlyFilesAreReplaced();
+    void noDisplayIsSaidInOneLine();
     void helpAndVersion();
 };
 
@@ -122,6 +136,14 @@ void TestZEFUIPreview::whatCannotBeRunIsSaidInOneLine_data()
     row("garbage", {u"garbage.ui"_s}, "garbage.ui:1: ");
     row("a class that does not exist", {u"noclass.ui"_s},
         "noclass.ui:2: the loader cannot create the class Gauge of \"a\": the form does not load. ");
+    row("deep widgets", {u"deep.ui"_s},
+        "deep.ui:5: more than 300 elements are nested here, which is too deep");
+    row("an endless picture", {u"endless.ui"_s},
+        "no picture can be made of a form of 16385x10 pixels; choose another size by --size");
+    row("a layout that does not exist", {u"nolayout.ui"_s},
+        "nolayout.ui:5: the loader cannot create the layout class Flow of \"f\": ");
+    row("a circle of promotions", {u"circle.ui"_s},
+        "circle.ui:5: the loader cannot create the class Hen of \"hen\": its promotions never end");
     row("no size", {u"--size"_s, u"big"_s, u"panel.ui"_s},
         "the size must be <width>x<height> in pixels, for instance 640x480, not big");
     row("no width", {u"--size"_s, u"0x10"_s, u"panel.ui"_s},
@@ -138,7 +160,8 @@ void TestZEFUIPreview::whatCannotBeRunIsSaidInOneLine_data()
         "i18n/zefmain_de.ts: lrelease cannot compile it: ");
     row("no values", {u"--values"_s, u"absent.json"_s, u"panel.ui"_s}, "absent.json: there is no such file");
     row("broken values", {u"--values"_s, u"broken.json"_s, u"panel.ui"_s}, "broken.json:3: ");
-    row("no place for the picture", {u"--screenshot"_s, u"absent/out.png"_s, u"panel.ui"_s},
+    row("no place for the picture",
+        {u"--screenshot"_s, u"absent/out.png"_s, u"--size"_s, u"9x9"_s, u"panel.ui"_s},
         "absent/out.png: No such file or directory");
 }
 
@@ -157,6 +180,19 @@ void TestZEFUIPreview::whatCannotBeRunIsSaidInOneLine()
                      8));
     write(folder.filePath(u"noclass.ui"_s),
           "<ui version=\"4.0\">\n<widget class=\"Gauge\" name=\"a\"/>\n</ui>");
+    const QByteArray nested = ">\n" + QByteArray("<widget class=\"QFrame\">").repeated(100000)
+        + QByteArray("</widget>").repeated(100001);
+    write(folder.filePath(u"deep.ui"_s), QByteArray(form).replace("/>", nested));
+    // A widget that is only left out says nothing when the whole form is not shown.
+    write(folder.filePath(u"nolayout.ui"_s),
+          QByteArray(form).replace(
+              "/>", ">\n<layout class=\"Flow\" name=\"f\"/>\n<widget class=\"Gauge\"/></widget>"));
+    write(folder.filePath(u"circle.ui"_s),
+          QByteArray(form).replace(
+              "/>",
+              ">\n<widget class=\"Hen\" name=\"hen\"/></widget><customwidgets><customwidget>"
+              "<class>Hen</class><extends>Hen</extends></customwidget></customwidgets>"));
+    write(folder.filePath(u"endless.ui"_s), formOfSize("16385", "10"));
     write(folder.filePath(u"broken.json"_s), "{\n\"a\":\n]}");
     write(folder.filePath(u"i18n/zefmain_de.ts"_s), "<TS");
     QFile huge(folder.filePath(u"huge.ui"_s));
@@ -179,6 +215,68 @@ void TestZEFUIPreview::aFailureLeavesTheOldPicture()
     QFile file(folder.filePath(u"out.png"_s));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("old"));
+}
+
+//! Its dialog would have no size at all in a service.
+void TestZEFUIPreview::aFormWithoutALayoutHasItsSizeInDesigner()
+{
+    const QTemporaryDir folder;
+    write(folder.filePath(u"panel.ui"_s),
+          QByteArray(form)
+              .replace("QFrame", "QWidget")
+              .replace("/>",
+                       "><property name=\"geometry\"><rect><x>7</x><y>9</y><width>211</width>"
+                       "<height>97</height></rect></property></widget>"));
+    const ToolRun run = preview({u"--screenshot"_s, u"panel.png"_s, u"panel.ui"_s}, folder.path());
+    QCOMPARE(run.errors,
+             QByteArray("zefui-preview: panel.ui:4: the form asks for no size, so that a dialog of "
+                        "ZEFUIDialog::create() shows nothing of it. Give it a layout or a minimum size; here "
+                        "it has the size that it has in Designer.\n"));
+    QCOMPARE(run.status, 0);
+    QCOMPARE(QImage(folder.filePath(u"panel.png"_s)).size(), QSize(211, 97));
+}
+
+void TestZEFUIPreview::aFormOfNoSizeHasNoPicture()
+{
+    const QTemporaryDir folder;
+    write(folder.filePath(u"panel.ui"_s), formOfSize("0", "0"));
+    const ToolRun run = preview({u"--screenshot"_s, u"out.png"_s, u"panel.ui"_s}, folder.path());
+    const QByteArray error = "no picture can be made of a form of 0x0 pixels; choose another size by --size";
+    QCOMPARE(run.errors.split('\n').at(1), "zefui-preview: " + error);
+    QCOMPARE(run.status, 2);
+    QVERIFY(!QFile::exists(folder.filePath(u"out.png"_s)));
+}
+
+//! A picture for /dev/null must not take the place of the device. A pipe stands for it here.
+void TestZEFUIPreview::onlyFilesAreReplaced()
+{
+    const QTemporaryDir folder;
+    write(folder.filePath(u"panel.ui"_s), form);
+    if (QProcess::execute(u"mkfifo"_s, {folder.filePath(u"pipe"_s)}) != 0)
+        QSKIP("This system has no pipes among its files");
+    const ToolRun run =
+        preview({u"--screenshot"_s, u"pipe"_s, u"--size"_s, u"80x80"_s, u"panel.ui"_s}, folder.path());
+    QCOMPARE(run.errors, QByteArray("zefui-preview: pipe: is not an ordinary file\n"));
+    QCOMPARE(run.status, 2);
+    QVERIFY(!QFileInfo(folder.filePath(u"pipe"_s)).isFile());
+}
+
+void TestZEFUIPreview::noDisplayIsSaidInOneLine()
+{
+#ifdef Q_OS_WIN
+    QSKIP("There is a display, always");
+#endif
+    const QTemporaryDir folder;
+    write(folder.filePath(u"panel.ui"_s), form);
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", "absent");
+    const ToolRun run = preview({u"panel.ui"_s}, folder.path());
+    qputenv("QT_QPA_PLATFORM", platform);
+    QVERIFY2(run.errors.startsWith("zefui-preview: This application failed to start because no Qt platform "
+                                   "plugin could be initialized."),
+             run.errors.constData());
+    QCOMPARE(run.errors.count('\n'), 1);
+    QCOMPARE(run.status, 2);
 }
 
 void TestZEFUIPreview::helpAndVersion()
