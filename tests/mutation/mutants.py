@@ -218,7 +218,8 @@ def mutate(file, source, dropped, first_number):
         mutants.append(mutant)
         if (mutant.file, mutant.line, mutant.kind, mutant.text) in dropped:
             return None
-        mutant.number = first_number + sum(1 for m in mutants if m.number >= 0)
+        # Dropped ones keep their numbers, so that no other file changes.
+        mutant.number = first_number + len(mutants) - 1
         return mutant.number
 
     def emit(start, end, inside):
