@@ -1,10 +1,9 @@
 // The two programs as a user runs them: real processes, real sockets.
 
-#include <ZEFTest.h>
+#include "ProgramsTest.h"
+
 #include <protocol/LineSplitter.h>
 
-#include <QtCore/QProcess>
-#include <QtCore/QTemporaryDir>
 #include <QtNetwork/QLocalSocket>
 
 #include <memory>
@@ -12,7 +11,6 @@
 
 namespace {
 
-constexpr int patience = 120'000; // milliseconds; for a loaded machine with sanitizers
 constexpr const char* quickScript = R"({
     "signin": [{"type": "anna", "into": "user"}, {"type": "s3cret", "into": "password"}, {"press": "Return"}],
     "activation": [{"click": "laterButton"}],
@@ -23,12 +21,8 @@ const QByteArray signedIn = R"({"selection":1,"values":{"user.text":"anna"}})";
 
 } // namespace
 
-class FormServiceProgramsTest : public ZEFTest {
+class FormServiceProgramsTest : public ProgramsTest {
     Q_OBJECT
-
-protected:
-    void prepare() override;
-    void tidyUp() override;
 
 private Q_SLOTS:
     void answersFromStandardInput();
@@ -56,88 +50,7 @@ private Q_SLOTS:
     void badScriptsAreRefused();
     void aScriptThatCannotGoOnClosesTheForm();
     void passwordsStayOutOfTheLog();
-
-private:
-    QString path(const char* name) const { return m_folder->filePath(QLatin1String(name)); }
-    QString write(const char* name, const QByteArray& content) const;
-    std::unique_ptr<QProcess> run(const char* program, const QStringList& arguments,
-                                  const QString& logFile = QString()) const;
-    QByteArray log() const;
-    void startService(const QByteArray& script = QByteArray());
-    std::unique_ptr<QProcess> startClient(const QStringList& arguments = {}) const;
-    //! What the client prints for \a input, and its exit code in \a exitCode unless that is null.
-    QByteArray ask(const QByteArray& input, int* exitCode = nullptr) const;
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<QProcess> m_service;
 };
-
-void FormServiceProgramsTest::prepare()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-}
-
-void FormServiceProgramsTest::tidyUp()
-{
-    if (m_service && m_service->state() == QProcess::Running) {
-        m_service->terminate();
-        m_service->waitForFinished(patience);
-    }
-    m_service.reset();
-    m_folder.reset();
-}
-
-QString FormServiceProgramsTest::write(const char* name, const QByteArray& content) const
-{
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qWarning("cannot write a file of the test");
-    return file.fileName();
-}
-
-std::unique_ptr<QProcess> FormServiceProgramsTest::run(const char* program, const QStringList& arguments,
-                                                       const QString& logFile) const
-{
-    auto process = std::make_unique<QProcess>();
-    // Not a pipe, which would be full before anybody reads it.
-    process->setStandardErrorFile(logFile);
-    process->start(QString::fromUtf8(program),
-                   QStringList{QStringLiteral("--socket"), path("socket")} + arguments);
-    return process;
-}
-
-QByteArray FormServiceProgramsTest::log() const
-{
-    QFile file(path("log"));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no log");
-}
-
-void FormServiceProgramsTest::startService(const QByteArray& script)
-{
-    QStringList arguments;
-    if (!script.isEmpty())
-        arguments = {QStringLiteral("--script"), write("script", script)};
-    m_service = run(SERVICE_PROGRAM, arguments, path("log"));
-    QVERIFY(m_service->waitForReadyRead(patience));
-    QCOMPARE(m_service->readLine(), "listening on " + path("socket").toUtf8() + '\n');
-}
-
-std::unique_ptr<QProcess> FormServiceProgramsTest::startClient(const QStringList& arguments) const
-{
-    return run(CLIENT_PROGRAM, arguments);
-}
-
-QByteArray FormServiceProgramsTest::ask(const QByteArray& input, int* exitCode) const
-{
-    const auto client = startClient();
-    client->write(input);
-    client->closeWriteChannel();
-    if (!client->waitForFinished(patience))
-        return "the client hangs";
-    if (exitCode)
-        *exitCode = client->exitCode();
-    return client->readAllStandardOutput();
-}
 
 void FormServiceProgramsTest::answersFromStandardInput()
 {

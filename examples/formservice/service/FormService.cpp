@@ -35,7 +35,12 @@ FormService::FormService(QObject* parent)
 
 bool FormService::listen(const QString& socketName)
 {
-    if (isServed(socketName)) {
+    // Held from before the question until the end of the service: of two that start at the same moment
+    // both would find nobody there, and the second would take the socket away from the first.
+    m_lock = std::make_unique<QLockFile>(QDir::temp().filePath(socketName) + u".lock");
+    m_lock->setStaleLockTime(0); // as long as its process lives, however old it is
+    const bool isTaken = !m_lock->tryLock(0) && m_lock->error() == QLockFile::LockFailedError;
+    if (isTaken || isServed(socketName)) {
         m_error = u"a service is already listening on " + socketName;
         return false;
     }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QtCore/QLockFile>
 #include <QtNetwork/QLocalServer>
+
+#include <memory>
 
 //! Listens on a local socket that only this user can open, and serves each client that comes.
 class FormService : public QObject {
@@ -19,6 +22,7 @@ public:
 private:
     void acceptClients();
 
+    std::unique_ptr<QLockFile> m_lock;
     QLocalServer m_server;
     QString m_error;
 };
