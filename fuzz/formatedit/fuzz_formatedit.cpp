@@ -129,6 +129,7 @@ private:
     QList<QPointer<ZEFFormatCell>> m_seenCells;
     std::unique_ptr<QValidator> m_validator;
     QValidator::State m_announced = QValidator::Invalid;
+    int m_slotsRunning = 0;
     // Steps that the next signal of its kind runs.
     std::optional<QByteArray> m_onText;
     std::optional<QByteArray> m_onValidity;
@@ -299,7 +300,11 @@ bool Scenario::runOnCell(const FuzzStep& step)
         target->reselect();
         return true;
     case 'D':
-        target->deleteLater();
+        // A slot may be running in the middle of a function of the cell.
+        if (m_slotsRunning > 0)
+            target->deleteLater();
+        else
+            delete target;
         return true;
     default:
         return false;
@@ -526,8 +531,10 @@ void Scenario::runArmed(std::optional<QByteArray>* armed)
     const std::optional<QByteArray> lines = std::exchange(*armed, std::nullopt);
     if (!lines)
         return;
+    ++m_slotsRunning;
     for (const FuzzStep& step : stepsOf(*lines))
         run(step);
+    --m_slotsRunning;
 }
 
 ZEFFormatCell* Scenario::cell() const
