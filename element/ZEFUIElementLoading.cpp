@@ -3,6 +3,7 @@
 #include "ZEFUIElementPrivate.h"
 
 #include "ZEFUILoader.h"
+#include "customClasses.h"
 #include "debugOutput.h"
 #include "formCheck.h"
 
@@ -53,6 +54,15 @@ QString resourcePath(const QString& folder, const QString& name, const QString& 
     const QString windowsPath =
         QStringLiteral(":/%1/%2_%3.%4").arg(folder, QStringLiteral("win"), name, suffix);
     return QFile::exists(windowsPath) ? windowsPath : QStringLiteral(":/%1/%2.%3").arg(folder, name, suffix);
+}
+
+//! The classes that \a loader creates without a promotion.
+QStringList creatableWidgets(const ZEFUILoader& loader)
+{
+    QStringList classes = loader.availableWidgets();
+    for (const CustomClass& entry : customClasses())
+        classes.append(entry.name);
+    return classes;
 }
 
 } // namespace
@@ -212,7 +222,7 @@ void ZEFUIElement::setFormPath(const QString& name)
         return;
     }
     QPointer<QWidget> form;
-    if (isSafeToBuild(&file, loader.availableLayouts())) {
+    if (isSafeToBuild(&file, loader.availableLayouts(), creatableWidgets(loader))) {
         file.seek(0);
         form = loader.load(&file, d->widget);
     }

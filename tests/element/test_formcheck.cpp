@@ -23,6 +23,20 @@ QByteArray withLayout(const QByteArray& layout)
     return "<ui version=\"4.0\"><widget class=\"QWidget\">" + layout + "</widget></ui>";
 }
 
+//! A form with a widget of the class A and these promotions, each "class extends class".
+QByteArray promoted(const QList<QByteArray>& promotions)
+{
+    QByteArray form =
+        "<ui version=\"4.0\"><class>A</class><widget class=\"QWidget\"><widget class=\"A\"/></widget>"
+        "<customwidgets>";
+    for (const QByteArray& promotion : promotions) {
+        const qsizetype blank = promotion.indexOf(' ');
+        form += "<customwidget><class>" + promotion.first(blank) + "</class><extends>"
+            + promotion.sliced(promotion.lastIndexOf(' ') + 1) + "</extends></customwidget>";
+    }
+    return form + "</customwidgets></ui>";
+}
+
 } // namespace
 
 class TestFormCheck : public ZEFTest {
@@ -54,6 +68,15 @@ void TestFormCheck::judges_data()
     QTest::addRow("deep") << nested(300) << true;
     QTest::addRow("too deep") << nested(301) << false;
     QTest::addRow("much too deep") << nested(100'000) << false;
+    QTest::addRow("promoted") << promoted({"A extends QLabel"}) << true;
+    QTest::addRow("promoted twice") << promoted({"A extends B", "B extends ZEFFlatButton"}) << true;
+    QTest::addRow("promoted to nothing") << promoted({"A extends B"}) << true;
+    QTest::addRow("promoted to itself") << promoted({"A extends A"}) << false;
+    QTest::addRow("promoted in a circle") << promoted({"A extends B", "B extends C", "C extends B"}) << false;
+    QTest::addRow("a circle that no widget enters")
+        << promoted({"A extends QLabel", "B extends C", "C extends B"}) << true;
+    QTest::addRow("a circle behind a known class")
+        << promoted({"A extends QLabel", "QLabel extends A", "ZEFFormatEdit extends ZEFFormatEdit"}) << true;
 }
 
 void TestFormCheck::judges()
@@ -61,7 +84,10 @@ void TestFormCheck::judges()
     QFETCH(QByteArray, form);
     QBuffer file(&form);
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QTEST(isSafeToBuild(&file, ZEFUILoader(nullptr).availableLayouts()), "safe");
+    const ZEFUILoader loader(nullptr);
+    const QStringList widgets =
+        loader.availableWidgets() + QStringList{u"ZEFFlatButton"_s, u"ZEFFormatEdit"_s};
+    QTEST(isSafeToBuild(&file, loader.availableLayouts(), widgets), "safe");
 }
 
 ZEF_TEST_MAIN(TestFormCheck)

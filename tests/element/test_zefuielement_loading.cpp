@@ -31,7 +31,8 @@ private Q_SLOTS:
     void namesStayInsideTheResources();
     void brokenFormIsReported();
     void unknownTopClassIsReported();
-    void unknownLayoutIsReported();
+    void dangerousFormIsReported_data();
+    void dangerousFormIsReported();
     void translatesWhileTheFormIsBuiltOnly();
     void translatorIsRemovedAfterAFailedLoad_data();
     void translatorIsRemovedAfterAFailedLoad();
@@ -360,13 +361,22 @@ void TestZEFUIElementLoading::unknownTopClassIsReported()
     TestLog::take(u"warning: "_s);
 }
 
-void TestZEFUIElementLoading::unknownLayoutIsReported()
+void TestZEFUIElementLoading::dangerousFormIsReported_data()
 {
-    const ZEFUIWidget host(u"unknownlayout"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
+    QTest::addColumn<QString>("form");
+    QTest::newRow("unknown layout") << u"unknownlayout"_s;
+    QTest::newRow("promoted in a circle") << u"promotedcircle"_s;
+}
+
+// Qt's form loader would end the process.
+void TestZEFUIElementLoading::dangerousFormIsReported()
+{
+    QFETCH(QString, form);
+    const ZEFUIWidget host(form, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
     QVERIFY(!host.element()->loaded());
     QVERIFY(!host.layout());
     QCOMPARE(TestLog::take(u"debug: "_s),
-             QStringList(u"debug: Could not load UI file: :/forms/unknownlayout.ui"_s));
+             QStringList(u"debug: Could not load UI file: :/forms/"_s + form + u".ui"_s));
 }
 
 void TestZEFUIElementLoading::translatesWhileTheFormIsBuiltOnly()

@@ -25,8 +25,7 @@ void checkClasses(const Project& project, QLatin1String rule, Findings* findings
                 consequence =
                     u"the service shows a plain " + QString::fromLatin1(base->className()) + u" instead";
             } else if (ClassCatalog::isPromotedForever(form, widget)) {
-                consequence =
-                    QStringLiteral("its promotions never end, and a program crashes that loads the form");
+                consequence = QStringLiteral("its promotions never end, and the form does not load");
             } else if (widget.parent < 0) {
                 consequence = QStringLiteral("the form does not load");
             } else {
@@ -42,9 +41,7 @@ void checkClasses(const Project& project, QLatin1String rule, Findings* findings
                 continue;
             findings->append({rule, form.path, layout.line,
                               u"the loader cannot create the layout class " + layout.className + u" of \""
-                                  + layout.name
-                                  + u"\": what it holds is left out, and a program may crash that loads the "
-                                    u"form. "
+                                  + layout.name + u"\": the form does not load. "
                                   + advice(ClassCatalog::nearestLayout(layout.className))});
         }
     }

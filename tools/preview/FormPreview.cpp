@@ -95,7 +95,7 @@ qint64 lineThatCannotBeBuilt(const Form& form)
 {
     if (const FormWidget& top = form.widgets.constFirst(); !top.created)
         return top.line;
-    // Qt's form loader crashes at these.
+    // The library refuses the form for these, without naming the line.
     for (const FormWidget& widget : form.widgets) {
         if (!widget.created && ClassCatalog::isPromotedForever(form, widget))
             return widget.line;
