@@ -154,6 +154,8 @@ void ZEFUIElement::connectWidgetTree(bool connect, QWidget* root)
             wire(widget, "2clicked(bool)", d->widget, "1clicked(bool)");
         if (widget->objectName() == u"close")
             wire(widget, "2clicked()", d->widget, "1rootClosed()");
+        if (connect)
+            d->signalWatch.watch(widget);
         setWidgetStyleSheet(widget, QString());
         if (!self || !d->widget)
             return;

@@ -2,7 +2,9 @@
 //
 // Who deletes the host, and when:
 // - at once: close(), destroy(), and Escape in a ZEFUIWidget;
-// - after 1 ms: a ZEFUIDialog that answered, and close() when Qt is closing or has closed the host already;
+// - after 1 ms: a ZEFUIDialog that answered, and close() when Qt is closing or has closed the host already,
+// or
+//   may be in the middle of a signal of the form's widgets;
 // - at the tick, and 1 ms: whatever else is closing, which is how a closed ZEFUIWidget goes;
 // - postponed by 1 ms at a time while a DeletionGuard lives, whichever of the above asked for it.
 
@@ -20,6 +22,7 @@
 
 #include <QtCore/QScopeGuard>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -45,24 +48,39 @@ bool isExactly(const QObject* object, const char* className)
 ZEFUIElementPrivate::DeletionGuard::DeletionGuard(ZEFUIElement* element)
     : m_element(element)
 {
-    if (m_element)
-        ++get(m_element)->deletionGuards;
+    if (!m_element)
+        return;
+    ++get(m_element)->deletionGuards;
+    m_wasSignalling = get(m_element)->signalWatch.isSignalling();
 }
 
 ZEFUIElementPrivate::DeletionGuard::~DeletionGuard()
 {
-    if (m_element)
-        --get(m_element)->deletionGuards;
+    if (!m_element)
+        return;
+    --get(m_element)->deletionGuards;
+    // What was emitted meanwhile has come to its end.
+    if (!m_wasSignalling)
+        get(m_element)->signalWatch.forget();
 }
 
 void ZEFUIElementPrivate::deleteHost(ZEFUIElement* element, bool later)
 {
     if (beingDeleted)
         return;
-    if (later || deletionGuards > 0)
+    if (later || isGuarded()) {
         QTimer::singleShot(1ms, element, &ZEFUIElement::destroy);
-    else
-        delete widget;
+        return;
+    }
+    delete widget;
+}
+
+bool ZEFUIElementPrivate::isGuarded() const
+{
+    // The hosts of child elements are deleted together with this one's.
+    return deletionGuards > 0
+        || std::any_of(childElements.cbegin(), childElements.cend(),
+                       [](const ZEFUIElement* child) { return get(child)->isGuarded(); });
 }
 
 ZEFUIElement::~ZEFUIElement()
@@ -161,11 +179,12 @@ void ZEFUIElement::close()
     // Qt delivers no close event while it is closing or hiding the host, nor after a dialog was accepted
     // or rejected. Nobody would answer then, and Qt may still work with the host further up the stack.
     const bool unheard = d->answer && d->closeEvents == closeEventsBefore;
+    const bool inTheMiddle = unheard || d->signalWatch.isSignalling();
     setClosing(true);
     if (self && unheard && !wasClosing)
         d->answer();
     if (self && d->widget)
-        d->deleteHost(this, unheard);
+        d->deleteHost(this, inTheMiddle);
 }
 
 void ZEFUIElement::destroy()

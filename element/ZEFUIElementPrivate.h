@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SignalWatch.h"
+
 #include <ZEFUIElement.h>
 
 #include <QtCore/QMap>
@@ -37,6 +39,7 @@ public:
     private:
         Q_DISABLE_COPY_MOVE(DeletionGuard)
         QPointer<ZEFUIElement> m_element;
+        bool m_wasSignalling = false;
     };
 
     //! The text from which interpolation made \a text, or \a text itself.
@@ -44,6 +47,8 @@ public:
     void interpolateWidget(ZEFUIElement* element, QWidget* target, const ZEFDictionaryList& dictionaries,
                            StringProperties& stringProperties);
 
+    //! Whether a DeletionGuard lives for the element or for one whose host would be deleted with its own.
+    bool isGuarded() const;
     //! Deletes the host, or has destroy() called in a millisecond while it must not be deleted.
     void deleteHost(ZEFUIElement* element, bool later);
 
@@ -62,6 +67,7 @@ public:
     //! Set by the destructor: in a ring of elements a child must not delete its parent once more.
     bool beingDeleted = false;
     int deletionGuards = 0;
+    SignalWatch signalWatch;
     //! Answers the client unless that has been done; set by the hosts, empty around a plain widget.
     std::function<void()> answer;
     //! How many close events the host has received: close() sees by it whether Qt delivered one.

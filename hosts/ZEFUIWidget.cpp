@@ -79,6 +79,9 @@ void ZEFUIWidget::keyPressEvent(QKeyEvent* e)
         QWidget::keyPressEvent(e);
         if (!escape || !self || !m_element)
             return;
+        // QWidget has ignored it. Qt would offer it to this host's parent next, although the host is gone,
+        // when the widget that got it first lives on, as cells of format edits do.
+        e->accept();
         // The closing flag is not asked: an element that was marked closing without an answer still answers.
         m_element->setClosing(true);
     }

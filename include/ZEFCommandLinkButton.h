@@ -2,6 +2,7 @@
 
 #include <ZEFUIExport.h>
 
+#include <QtCore/QPointer>
 #include <QtGui/QColor>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QPushButton>
@@ -88,9 +89,9 @@ private:
     Q_DISABLE_COPY_MOVE(ZEFCommandLinkButton)
     void setHovered(bool hovered);
 
-    QLabel* m_title = nullptr;
-    QLabel* m_description = nullptr;
-    QLabel* m_icon = nullptr;
+    QPointer<QLabel> m_title;
+    QPointer<QLabel> m_description;
+    QPointer<QLabel> m_icon;
     bool m_hovered = false;
     QColor m_frameColor = Qt::black;
     QColor m_defaultFrameColor = Qt::cyan;

@@ -2,6 +2,7 @@
 
 #include <ZEFUIExport.h>
 
+#include <QtCore/QPointer>
 #include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtGui/QPixmap>
@@ -79,14 +80,16 @@ private Q_SLOTS:
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFToggleButton)
+    void showText();
+    void showImage();
 
     bool m_on = false;
     QString m_offText;
     QString m_onText;
     QPixmap m_offImage;
     QPixmap m_onImage;
-    QLabel* m_textLabel = nullptr;
-    QLabel* m_imageLabel = nullptr;
+    QPointer<QLabel> m_textLabel;
+    QPointer<QLabel> m_imageLabel;
     QSize m_imageSize{32, 32};
     int m_spacing = 4;
 };

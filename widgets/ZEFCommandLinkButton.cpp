@@ -81,34 +81,37 @@ ZEFCommandLinkButton::~ZEFCommandLinkButton() = default;
 
 QString ZEFCommandLinkButton::title() const
 {
-    return m_title->text();
+    return m_title ? m_title->text() : QString();
 }
 
 void ZEFCommandLinkButton::setTitle(const QString& title)
 {
-    m_title->setText(title);
+    if (m_title)
+        m_title->setText(title);
     update();
 }
 
 QString ZEFCommandLinkButton::description() const
 {
-    return m_description->text();
+    return m_description ? m_description->text() : QString();
 }
 
 void ZEFCommandLinkButton::setDescription(const QString& description)
 {
-    m_description->setText(description);
+    if (m_description)
+        m_description->setText(description);
     update();
 }
 
 QPixmap ZEFCommandLinkButton::icon() const
 {
-    return m_icon->pixmap();
+    return m_icon ? m_icon->pixmap() : QPixmap();
 }
 
 void ZEFCommandLinkButton::setIcon(const QPixmap& icon)
 {
-    m_icon->setPixmap(icon);
+    if (m_icon)
+        m_icon->setPixmap(icon);
     update();
 }
 

@@ -43,8 +43,7 @@ void ZEFToggleButton::setOffText(const QString& text)
     m_offText = text;
     if (m_on)
         return;
-    m_textLabel->setText(m_offText);
-    update();
+    showText();
 }
 
 QString ZEFToggleButton::onText() const
@@ -57,8 +56,7 @@ void ZEFToggleButton::setOnText(const QString& text)
     m_onText = text;
     if (!m_on)
         return;
-    m_textLabel->setText(m_onText);
-    update();
+    showText();
 }
 
 QPixmap ZEFToggleButton::offImage() const
@@ -71,8 +69,7 @@ void ZEFToggleButton::setOffImage(const QPixmap& image)
     m_offImage = image;
     if (m_on)
         return;
-    m_imageLabel->setPixmap(m_offImage);
-    update();
+    showImage();
 }
 
 QPixmap ZEFToggleButton::onImage() const
@@ -85,8 +82,7 @@ void ZEFToggleButton::setOnImage(const QPixmap& image)
     m_onImage = image;
     if (!m_on)
         return;
-    m_imageLabel->setPixmap(m_onImage);
-    update();
+    showImage();
 }
 
 bool ZEFToggleButton::isOn() const
@@ -135,8 +131,24 @@ void ZEFToggleButton::setOn(bool on)
     if (!self)
         return;
     // A receiver may have switched back: the labels follow the state of now.
-    m_textLabel->setText(m_on ? m_onText : m_offText);
-    m_imageLabel->setPixmap(m_on ? m_onImage : m_offImage);
+    showText();
+    showImage();
+}
+
+// The labels are children that a form may delete.
+
+void ZEFToggleButton::showText()
+{
+    if (m_textLabel)
+        m_textLabel->setText(m_on ? m_onText : m_offText);
+    update();
+}
+
+void ZEFToggleButton::showImage()
+{
+    if (m_imageLabel)
+        m_imageLabel->setPixmap(m_on ? m_onImage : m_offImage);
+    update();
 }
 
 void ZEFToggleButton::mouseReleaseEvent(QMouseEvent*)

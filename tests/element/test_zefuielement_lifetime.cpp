@@ -50,6 +50,30 @@ protected:
     }
 };
 
+//! A receiver that closes a form.
+class FormCloser : public QObject {
+    Q_OBJECT
+
+public:
+    explicit FormCloser(ZEFUIElement* element)
+        : m_element(element)
+    {
+    }
+
+    bool closed = false;
+
+public Q_SLOTS:
+    void close()
+    {
+        closed = true;
+        if (m_element)
+            m_element->close();
+    }
+
+private:
+    QPointer<ZEFUIElement> m_element;
+};
+
 class TestZEFUIElementLifetime : public ElementTest {
     Q_OBJECT
 
@@ -76,6 +100,11 @@ private Q_SLOTS:
     void closeOfAFormlessHost();
     void closeOfAPlainWidget();
     void closeFromTheClosingSignal();
+    void slotOfAFormWidgetSignalMayClose_data();
+    void slotOfAFormWidgetSignalMayClose();
+    void closeDeletesAtOnceAfterAClick_data();
+    void closeDeletesAtOnceAfterAClick();
+    void closeWaitsForAChildThatIsBeingShown();
     void slotOfAFormWidgetMayClose_data();
     void slotOfAFormWidgetMayClose();
     void destroyTwice();
@@ -389,6 +418,74 @@ void TestZEFUIElementLifetime::closeFromTheClosingSignal()
     });
     host->element()->setClosing(true);
     QVERIFY(!host);
+}
+
+void TestZEFUIElementLifetime::slotOfAFormWidgetSignalMayClose_data()
+{
+    QTest::addColumn<QString>("widget");
+    QTest::addColumn<QByteArray>("signal");
+    QTest::addColumn<int>("key");
+    QTest::newRow("Return") << u"nameEdit"_s << QByteArray("2returnPressed()") << int(Qt::Key_Return);
+    QTest::newRow("end of editing") << u"nameEdit"_s << QByteArray("2editingFinished()")
+                                    << int(Qt::Key_Return);
+    QTest::newRow("typing") << u"nameEdit"_s << QByteArray("2textEdited(QString)") << int(Qt::Key_A);
+    QTest::newRow("text") << u"nameEdit"_s << QByteArray("2textChanged(QString)") << int(Qt::Key_Backspace);
+    QTest::newRow("caret") << u"nameEdit"_s << QByteArray("2cursorPositionChanged(int,int)")
+                           << int(Qt::Key_Home);
+    QTest::newRow("check box") << u"agree"_s << QByteArray("2toggled(bool)") << int(Qt::Key_Space);
+    QTest::newRow("spin box") << u"count"_s << QByteArray("2valueChanged(int)") << int(Qt::Key_Up);
+}
+
+void TestZEFUIElementLifetime::slotOfAFormWidgetSignalMayClose()
+{
+    QFETCH(const QString, widget);
+    QFETCH(const QByteArray, signal);
+    QFETCH(const int, key);
+    int contexts = 0;
+    int answers = 0;
+    const QPointer<ZEFUIWidget> host(
+        new ZEFUIWidget(u"names"_s, u"en"_s, nullptr, Qt::Window, new CountingContext(&contexts)));
+    connect(host, &ZEFUIWidget::respondClosed, this, [&] { ++answers; });
+    const QPointer<QWidget> emitter(host->findChild<QWidget*>(widget));
+    FormCloser closer(host->element());
+    QVERIFY(connect(emitter, signal.constData(), &closer, "1close()"));
+    QTest::keyClick(emitter.data(), static_cast<Qt::Key>(key));
+    QVERIFY(closer.closed);
+    QCOMPARE(answers, 1);
+    // Qt was in the middle of the widget's own work.
+    QVERIFY(emitter);
+    QTRY_VERIFY(!host);
+    QCOMPARE(contexts, 1);
+}
+
+void TestZEFUIElementLifetime::closeDeletesAtOnceAfterAClick_data()
+{
+    QTest::addColumn<QString>("widget");
+    QTest::newRow("push button") << u"okButton"_s;
+    QTest::newRow("check box, which is toggled as well") << u"agree"_s;
+}
+
+void TestZEFUIElementLifetime::closeDeletesAtOnceAfterAClick()
+{
+    QFETCH(const QString, widget);
+    const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"names"_s, u"en"_s, nullptr, Qt::Window, nullptr));
+    auto* button = host->findChild<QAbstractButton*>(widget);
+    connect(button, &QAbstractButton::clicked, this, [&] { host->element()->close(); });
+    button->click();
+    QVERIFY(!host);
+}
+
+void TestZEFUIElementLifetime::closeWaitsForAChildThatIsBeingShown()
+{
+    const QPointer<ZEFUIDialog> host(new ZEFUIDialog(u"labels"_s, u"en"_s, nullptr, Qt::Dialog, nullptr));
+    const QPointer<ZEFUIDialog> child(new ZEFUIDialog(u"labels"_s, u"en"_s, host, Qt::Dialog, nullptr));
+    connect(child, &ZEFUIDialog::dialog_show, this, [&] {
+        host->element()->close();
+        QVERIFY(child);
+    });
+    child->show();
+    QTRY_VERIFY(!host);
+    QVERIFY(!child);
 }
 
 void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose_data()

@@ -1,5 +1,7 @@
 #include "ElementTest.h"
 
+#include <ZEFFormatEdit.h>
+
 #include <QtGui/QWindow>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -18,6 +20,7 @@ private Q_SLOTS:
     void closeIsFollowedByDestruction();
     void answerCarriesContextAndSelection();
     void escapeAnswersAndDeletesAtOnce();
+    void escapeInAFormatEditGoesNoFurther();
     void escapeAfterCloseAnswersOnce();
     void escapeTwiceAnswersOnce();
     void escapeOfAPopupAnswersOnce();
@@ -180,6 +183,22 @@ void TestZEFUIWidget::escapeAnswersAndDeletesAtOnce()
     QVERIFY(!host); // before the event returned
     QCOMPARE(answered, 1);
     QCOMPARE(deletions, 1);
+}
+
+void TestZEFUIWidget::escapeInAFormatEditGoesNoFurther()
+{
+    QWidget parent;
+    const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"labels"_s, u"en"_s, &parent, Qt::Widget, nullptr));
+    auto* edit = new ZEFFormatEdit(host);
+    edit->setFormat(u"{3}(\\d*)"_s);
+    parent.show();
+    const QPointer<ZEFFormatCell> cell(edit->editor(0));
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(cell, &escape);
+    QVERIFY(!host);
+    // The cell is still alive, so that Qt would go on to the parent of the host that is gone.
+    QVERIFY(cell);
+    QVERIFY(escape.isAccepted());
 }
 
 void TestZEFUIWidget::escapeAfterCloseAnswersOnce()

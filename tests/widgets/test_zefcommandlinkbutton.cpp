@@ -34,6 +34,7 @@ private Q_SLOTS:
     void labels_data();
     void labels();
     void layouts();
+    void survivesTheDeletionOfItsLabels();
     void heightFollowsWidth();
     void textProperties();
     void iconProperty();
@@ -716,6 +717,18 @@ void TestZEFCommandLinkButton::sizes()
     button.setTitle(QStringLiteral("title"));
     button.setDefault(true);
     QVERIFY(paintsInSmallWindow(button, size));
+}
+
+void TestZEFCommandLinkButton::survivesTheDeletionOfItsLabels()
+{
+    ZEFCommandLinkButton button;
+    qDeleteAll(button.findChildren<QLabel*>());
+    button.setTitle(QStringLiteral("title"));
+    button.setDescription(QStringLiteral("description"));
+    button.setIcon(QPixmap(2, 2));
+    QCOMPARE(button.title(), QString());
+    QCOMPARE(button.description(), QString());
+    QVERIFY(button.icon().isNull());
 }
 
 ZEF_TEST_MAIN(TestZEFCommandLinkButton)

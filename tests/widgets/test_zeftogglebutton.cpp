@@ -67,6 +67,7 @@ private Q_SLOTS:
     void labels();
     void layout();
 
+    void survivesTheDeletionOfItsLabels();
     void settersOfTheOtherStateChangeNothingVisible();
     void settersOfTheCurrentState();
     void currentSettersUpdate_data();
@@ -558,6 +559,20 @@ void TestZEFToggleButton::nullImages()
     setOn(button, true);
     QVERIFY(imageLabel(button)->pixmap().isNull());
     QVERIFY(paintsInSmallWindow(button, QSize(100, 60)));
+}
+
+void TestZEFToggleButton::survivesTheDeletionOfItsLabels()
+{
+    ZEFToggleButton button;
+    button.setOnText(QStringLiteral("yes"));
+    qDeleteAll(button.findChildren<QLabel*>());
+    button.setOffText(QStringLiteral("no"));
+    button.setOffImage(QPixmap(2, 2));
+    QTest::mouseRelease(&button, Qt::LeftButton);
+    QVERIFY(button.isOn());
+    QCOMPARE(button.onText(), QStringLiteral("yes"));
+    QCOMPARE(button.offText(), QStringLiteral("no"));
+    QCOMPARE(button.offImage().size(), QSize(2, 2));
 }
 
 ZEF_TEST_MAIN(TestZEFToggleButton)
