@@ -1,257 +1,186 @@
-#include "ElementTest.h"
+// Random operations over nested hosts, custom widgets and format edits.
+//
+// Environment: ZEFUI_LIFETIME_OPERATIONS is the number of operations, ZEFUI_LIFETIME_SEED the first seed. A
+// list that fails is shrunk, printed and saved; "test_hostlifetime --replay FILE" runs it again.
+// "test_hostlifetime --draw SEED" writes the operations of a seed.
 
-#include <QtCore/QRandomGenerator>
-#include <QtWidgets/QPushButton>
+#include <ZEFTest.h>
 
-/*!
- * Random operations over nested hosts. Whatever the order: at most one answer per host, every context
- * deleted exactly once, no crash. A run is repeated with ZEFUI_LIFETIME_SEED; ZEFUI_LIFETIME_OPERATIONS
- * sets its length.
- */
-class World : public QObject {
-    Q_OBJECT
+#include "lifetime/LifetimeRun.h"
+#include "lifetime/Operation.h"
 
-public:
-    explicit World(quint32 seed)
-        : m_random(seed)
-    {
-    }
-    ~World() override
-    {
-        for (const QPointer<QWidget>& host : std::as_const(m_hosts))
-            delete host;
-    }
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTextStream>
+#include <QtWidgets/QApplication>
 
-    void step();
-    void settle();
-    QStringList failures() const;
+using namespace Qt::StringLiterals;
 
-public Q_SLOTS:
-    // the delegate of every form: what a click does is drawn by lot
-    void okButton_clicked(ZEFPipeFacilityInvocationContext*) { act(pick()); }
-    void agree_clicked(ZEFPipeFacilityInvocationContext*, QVariant, QVariant) { }
-    void under_score_clicked(ZEFPipeFacilityInvocationContext*) { act(pick()); }
+namespace {
 
-private:
-    struct Request {
-        int answers = 0;
-        int deletions = 0;
-    };
-    class Context : public ZEFPipeFacilityInvocationContext {
-    public:
-        explicit Context(std::shared_ptr<Request> request)
-            : m_request(std::move(request))
-        {
-        }
-        ~Context() override { ++m_request->deletions; }
+constexpr int patience = 20'000; // milliseconds for one operation; for a loaded machine with sanitizers
+constexpr int shrinkingTime = 150'000;
+constexpr int operationsPerRun = 1000;
+constexpr int fewRuns = 5;
 
-    private:
-        std::shared_ptr<Request> m_request;
-    };
-
-    int draw(int bound) { return m_random.bounded(bound); }
-    QWidget* pick();
-    void create(QWidget* parent);
-    void act(QWidget* host);
-    template <class Host> void watch(Host* host, const std::shared_ptr<Request>& request);
-
-    QRandomGenerator m_random;
-    QList<QPointer<QWidget>> m_hosts;
-    QList<std::shared_ptr<Request>> m_requests;
-    int m_depth = 0;
-};
-
-QWidget* World::pick()
+int environmentNumber(const char* name, int otherwise)
 {
-    m_hosts.removeAll(QPointer<QWidget>());
-    return m_hosts.isEmpty() ? nullptr : m_hosts.at(draw(static_cast<int>(m_hosts.size()))).data();
+    bool given = false;
+    const int number = qEnvironmentVariableIntValue(name, &given);
+    return given ? number : otherwise;
 }
 
-template <class Host> void World::watch(Host* host, const std::shared_ptr<Request>& request)
-{
-    const QPointer<QWidget> guard(host);
-    connect(host, &Host::respondClosed, this, [this, request, guard] {
-        ++request->answers;
-        if (draw(3) == 0)
-            act(draw(2) == 0 ? guard.data() : pick());
-    });
-    connect(host->element(), &ZEFUIElement::closing, this, [this, guard] {
-        if (draw(8) == 0)
-            act(draw(2) == 0 ? guard.data() : pick());
-    });
-    host->element()->setDelegate(this);
-    m_hosts.append(guard);
-    m_requests.append(request);
-}
+} // namespace
 
-void World::create(QWidget* parent)
-{
-    if (m_hosts.size() > 30)
-        return;
-    const auto request = std::make_shared<Request>();
-    const QString form = draw(8) == 0 ? u"missing"_s : draw(2) == 0 ? u"names"_s : u"labels"_s;
-    if (draw(2) == 0) {
-        auto* dialog = new ZEFUIDialog(form, u"de"_s, parent, Qt::Dialog, new Context(request));
-        watch(dialog, request);
-        connect(dialog, &ZEFUIDialog::dialog_key_pressed, this, [this] {
-            if (draw(10) == 0)
-                act(pick());
-        });
-        connect(dialog, &ZEFUIDialog::dialog_clicked, this, [this] {
-            if (draw(3) == 0)
-                act(pick());
-        });
-        // these come in the middle of Qt's own closing: the element may be closed, nothing may be deleted
-        const QPointer<ZEFUIElement> element(dialog->element());
-        const auto close = [this, element] {
-            if (element && draw(3) == 0)
-                element->close();
-        };
-        connect(dialog, &QDialog::rejected, this, close);
-        connect(dialog, &QDialog::finished, this, close);
-    } else {
-        watch(new ZEFUIWidget(form, u"en"_s, parent, Qt::Window, new Context(request)), request);
-    }
-}
-
-void World::act(QWidget* host)
-{
-    if (m_depth > 4)
-        return;
-    ++m_depth;
-    const auto leave = qScopeGuard([this] { --m_depth; });
-    if (!host) {
-        create(nullptr);
-        return;
-    }
-    ZEFUIElement* element = ZEFUIElement::elementFromQObject(host);
-    switch (draw(16)) {
-    case 0:
-        create(nullptr);
-        break;
-    case 1:
-        create(host);
-        break;
-    case 2:
-        host->close();
-        break;
-    case 3:
-    case 4: {
-        QKeyEvent key(QEvent::KeyPress, draw(2) == 0 ? Qt::Key_Escape : Qt::Key_Return, Qt::NoModifier);
-        QCoreApplication::sendEvent(host, &key);
-        break;
-    }
-    case 5:
-        delete host;
-        break;
-    case 6:
-        if (element)
-            element->setFormPath(draw(2) == 0 ? u"names"_s : u"missing"_s);
-        break;
-    case 7:
-        host->hide();
-        break;
-    case 8:
-        host->show();
-        break;
-    case 9:
-    case 10:
-        for (const QString& name : {u"okButton"_s, u"under_score"_s, u"close"_s}) {
-            auto* button = host->findChild<QPushButton*>(name);
-            if (button && draw(2) == 0) {
-                button->click();
-                break;
-            }
-        }
-        break;
-    case 11:
-        if (element)
-            element->close();
-        break;
-    case 12:
-        if (element)
-            element->setClosing(draw(4) != 0);
-        break;
-    case 13:
-        if (draw(4) == 0)
-            delete element;
-        break;
-    case 14: {
-        QMouseEvent release(QEvent::MouseButtonRelease, QPointF(1, 1), QPointF(1, 1), Qt::LeftButton,
-                            Qt::NoButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(host, &release);
-        break;
-    }
-    default:
-        if (element)
-            element->destroy();
-        break;
-    }
-}
-
-void World::step()
-{
-    act(pick());
-    if (draw(10) == 0)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-}
-
-void World::settle()
-{
-    while (QWidget* host = pick()) {
-        delete host;
-        QCoreApplication::processEvents();
-    }
-}
-
-QStringList World::failures() const
-{
-    QStringList failures;
-    for (const auto& request : m_requests) {
-        if (request->answers > 1)
-            failures.append(u"a request was answered %1 times"_s.arg(request->answers));
-        if (request->deletions != 1)
-            failures.append(u"a context was deleted %1 times"_s.arg(request->deletions));
-    }
-    return failures;
-}
-
-class TestHostLifetime : public ElementTest {
+class TestHostLifetime : public ZEFTest {
     Q_OBJECT
 
 private Q_SLOTS:
+    void linesAreReadAsTheyAreWritten_data();
+    void linesAreReadAsTheyAreWritten();
+    void otherLinesAreNone_data();
+    void otherLinesAreNone();
+    void theSameSeedDrawsTheSameOperations();
+    void aLineThatIsNoneFails();
+    void aPlantedFaultIsFoundAndShrunk();
+    void aFaultInsideASignalIsFoundAndShrunk();
     void randomOperations_data();
     void randomOperations();
 };
 
+void TestHostLifetime::linesAreReadAsTheyAreWritten_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::newRow("plain") << u"delete 0.3"_s;
+    QTest::newRow("arguments") << u"press 2.5 left corner"_s;
+    QTest::newRow("emitter") << u"when clicked delete emitter"_s;
+    QTest::newRow("parent") << u"when any hide parent"_s;
+    QTest::newRow("host") << u"when textChanged set host objectName x"_s;
+    QTest::newRow("numbered") << u"when any add 11.39 toggle"_s;
+}
+
+void TestHostLifetime::linesAreReadAsTheyAreWritten()
+{
+    QFETCH(const QString, line);
+    const std::optional<Operation> operation = Operation::fromLine(line);
+    QVERIFY(operation);
+    QCOMPARE(operation->toLine(), line);
+}
+
+void TestHostLifetime::otherLinesAreNone_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("no place") << u"delete"_s;
+    QTest::newRow("odd place") << u"delete 1"_s;
+    QTest::newRow("negative place") << u"delete -1.0"_s;
+    QTest::newRow("when alone") << u"when clicked delete"_s;
+}
+
+void TestHostLifetime::otherLinesAreNone()
+{
+    QFETCH(const QString, line);
+    QVERIFY(!Operation::fromLine(line));
+}
+
+void TestHostLifetime::theSameSeedDrawsTheSameOperations()
+{
+    const QStringList lines = drawnOperations(7, 200);
+    QCOMPARE(lines.size(), 200);
+    QCOMPARE(drawnOperations(7, 200), lines);
+    QVERIFY(drawnOperations(8, 200) != lines);
+    for (const QString& line : lines) {
+        const std::optional<Operation> operation = Operation::fromLine(line);
+        QVERIFY2(operation && operation->toLine() == line, qPrintable(line));
+    }
+}
+
+void TestHostLifetime::aLineThatIsNoneFails()
+{
+    const LifetimeRun::Outcome outcome =
+        LifetimeRun::inProcess({u"create 0.0 dialog names top"_s, u"jump"_s}, patience);
+    QCOMPARE(outcome.begun, 2);
+    QVERIFY2(outcome.failure.contains(u"not an operation: jump"), qPrintable(outcome.failure));
+}
+
+void TestHostLifetime::aPlantedFaultIsFoundAndShrunk()
+{
+    const QTemporaryDir folder;
+    QStringList lines = drawnOperations(1, 120);
+    lines.insert(100, u"planted 0.0"_s);
+    lines.insert(70, u"mark 0.0 blue"_s);
+    lines.insert(50, u"mark 0.0 red"_s);
+    lines.insert(40, u"mark 0.0 blue"_s);
+    lines.insert(10, u"planted 0.0"_s);
+    const LifetimeRun::Outcome outcome = LifetimeRun::inProcess(lines, patience);
+    QVERIFY(!outcome.failure.isEmpty());
+    QCOMPARE(outcome.begun, 105);
+    QStringList shrunk;
+    const QString path = folder.filePath(u"list.txt"_s);
+    const QString report =
+        LifetimeRun::shrunkReport(lines, outcome, patience, QDeadlineTimer(shrinkingTime), path, &shrunk);
+    QCOMPARE(shrunk, QStringList({u"mark 0.0 red"_s, u"mark 0.0 blue"_s, u"planted 0.0"_s}));
+    QCOMPARE(LifetimeRun::linesOf(path), shrunk);
+    QVERIFY(report.endsWith(u"--replay " + path + u":\nmark 0.0 red\nmark 0.0 blue\nplanted 0.0"));
+    QVERIFY(!LifetimeRun::inProcess(LifetimeRun::linesOf(path), patience).failure.isEmpty());
+}
+
+void TestHostLifetime::aFaultInsideASignalIsFoundAndShrunk()
+{
+    const QTemporaryDir folder;
+    const QStringList needed = {u"create 0.0 dialog names top"_s, u"add 0.0 toggle"_s, u"mark 0.0 red"_s,
+                                u"mark 0.0 blue"_s, u"when on planted 0.0"_s};
+    QStringList lines = needed;
+    for (int widget = 0; widget < 40; ++widget)
+        lines.append(u"click 0.%1 left"_s.arg(widget));
+    const LifetimeRun::Outcome outcome = LifetimeRun::inProcess(lines, patience);
+    QStringList shrunk;
+    LifetimeRun::shrunkReport(lines, outcome, patience, QDeadlineTimer(shrinkingTime),
+                              folder.filePath(u"list.txt"_s), &shrunk);
+    QCOMPARE(shrunk.size(), needed.size() + 1);
+    QCOMPARE(shrunk.first(needed.size()), needed);
+    QVERIFY(shrunk.last().startsWith(u"click 0."));
+}
+
 void TestHostLifetime::randomOperations_data()
 {
     QTest::addColumn<quint32>("seed");
-    bool given = false;
-    const uint seed = qEnvironmentVariable("ZEFUI_LIFETIME_SEED").toUInt(&given);
-    if (given) {
-        QTest::newRow("given seed") << quint32(seed);
-        return;
-    }
-    for (const quint32 fixed : {1u, 2u, 3u, 4u, 5u})
-        QTest::addRow("seed %u", fixed) << fixed;
+    QTest::addColumn<int>("count");
+    const auto first = static_cast<quint32>(environmentNumber("ZEFUI_LIFETIME_SEED", 1));
+    const int total = environmentNumber("ZEFUI_LIFETIME_OPERATIONS", fewRuns * operationsPerRun);
+    quint32 seed = first;
+    for (int done = 0; done < total; done += operationsPerRun, ++seed)
+        QTest::addRow("seed %u", seed) << seed << qMin(operationsPerRun, total - done);
 }
 
 void TestHostLifetime::randomOperations()
 {
-    QFETCH(quint32, seed);
-    TestLog::allow(QRegularExpression(u"(debug|warning): .*"_s)); // of no interest here
-    bool given = false;
-    const int length = qEnvironmentVariable("ZEFUI_LIFETIME_OPERATIONS").toInt(&given);
-    World world(seed);
-    for (int i = 0; i < (given ? length : 1000); ++i) {
-        world.step();
-        if (i % 100 == 99)
-            TestLog::takeAll();
+    QFETCH(const quint32, seed);
+    QFETCH(const int, count);
+    const QStringList lines = drawnOperations(seed, count);
+    const LifetimeRun::Outcome outcome = LifetimeRun::inProcess(lines, patience);
+    if (outcome.failure.isEmpty()) {
+        QCOMPARE(outcome.begun, count);
+        return;
     }
-    world.settle();
-    QCOMPARE(world.failures(), QStringList());
+    const QString report = LifetimeRun::shrunkReport(lines, outcome, patience, QDeadlineTimer(shrinkingTime),
+                                                     u"lifetime-seed-%1.txt"_s.arg(seed));
+    QFAIL(qPrintable(report));
 }
 
-ZEF_TEST_MAIN(TestHostLifetime)
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setStyle(u"Fusion"_s);
+    QApplication::setQuitOnLastWindowClosed(false);
+    if (argc == 3 && qstrcmp(argv[1], "--replay") == 0)
+        return LifetimeRun::here(LifetimeRun::linesOf(QString::fromLocal8Bit(argv[2])));
+    if (argc == 3 && qstrcmp(argv[1], "--draw") == 0) {
+        const quint32 seed = QString::fromLocal8Bit(argv[2]).toUInt();
+        QTextStream(stdout) << drawnOperations(seed, operationsPerRun).join(u'\n') << '\n';
+        return 0;
+    }
+    TestHostLifetime test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "test_hostlifetime.moc"
