@@ -8,25 +8,19 @@
 
 namespace {
 
-//! Widgets that have a layout of their own when they are made.
-bool hasOwnLayout(QStringView className)
+//! Widgets that have a layout of their own when they are made, or that hold one widget and delete the one
+//! before.
+bool hasNoPlaceForLayout(QStringView className)
 {
     static const QSet<QStringView> classes = {
-        u"QMainWindow",
-        u"QWizard",
-        u"QDockWidget",
-        u"QToolBox",
-        u"QDialogButtonBox",
-        u"QToolBar",
-        u"QStatusBar",
-        u"QTabWidget",
-        u"QMenuBar",
-        u"QCalendarWidget",
-        u"ZEFFormatEdit",
-        u"ZEFToggleButton",
-        u"ZEFCommandLinkButton",
-        u"QStackedWidget",
-        u"ZEFCalendarWidget",
+        u"QScrollArea",     u"QMainWindow",
+        u"QWizard",         u"QDockWidget",
+        u"QToolBox",        u"QDialogButtonBox",
+        u"QToolBar",        u"QStatusBar",
+        u"QTabWidget",      u"QMenuBar",
+        u"QCalendarWidget", u"ZEFFormatEdit",
+        u"ZEFToggleButton", u"ZEFCommandLinkButton",
+        u"QStackedWidget",  u"ZEFCalendarWidget",
     };
     return classes.contains(className);
 }
@@ -57,9 +51,9 @@ bool meetsQtFault(QByteArrayView form)
         case QXmlStreamReader::StartElement: {
             const Element element = {xml.name().toString().toLower(),
                                      xml.attributes().value(QLatin1String("class")).toString()};
-            // A layout for a widget that has one: Qt drops it, and never deletes it.
+            // Qt drops the layout and never deletes it, or the layout goes on with widgets that are gone.
             if (element.tag == u"layout" && !open.empty() && open.back().tag == u"widget"
-                && (hasOwnLayout(open.back().className) || ++open.back().layouts > 1))
+                && (hasNoPlaceForLayout(open.back().className) || ++open.back().layouts > 1))
                 return true;
             // An item for a cell of a form layout that is taken already: never deleted either.
             if (element.tag == u"item" && !open.empty() && open.back().className == u"QFormLayout") {
