@@ -377,7 +377,8 @@ void LifetimeWorld::input(const Operation& operation, QWidget* target)
         // The way of a click from the window system, which moves the focus too.
         const QPoint position = target->mapTo(target->window(), target->rect().center());
         const QPointer<QWindow> window(target->window()->windowHandle());
-        if (!QRect(QPoint(), window->size()).contains(position))
+        if (!QRect(QPoint(), window->size()).contains(position)
+            || qobject_cast<QToolButton*>(target->window()->childAt(position)))
             return;
         // Qt may focus any widget of the window then.
         const Busy busy(this, {target->window(), Frame::Owners});
