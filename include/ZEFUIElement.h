@@ -117,8 +117,8 @@ public:
      * The library log has the name and the locale of every load, the form's custom widgets and the style
      * sheets that were found. On failure Qt's debug output says "Could not open file ... for reading",
      * or "Could not load UI file: ..." when the file holds no form, or one that Qt cannot build (a layout of
-     * an unknown class, elements nested deeper than 300), with the path that was tried last; loaded() stays
-     * false.
+     * an unknown class, a class promoted in a circle, elements nested deeper than 300), with the path that
+     * was tried last; loaded() stays false.
      */
     void setFormPath(const QString& name);
     //! The resource path that setFormPath() chose last, also when that form could not be loaded.
