@@ -77,6 +77,13 @@ void sendKey(QWidget* target, QEvent::Type type, int key, Qt::KeyboardModifiers 
     QCoreApplication::sendEvent(target, &event);
 }
 
+bool isInCalendar(const QWidget* widget)
+{
+    while (widget && !qobject_cast<const QCalendarWidget*>(widget))
+        widget = widget->parentWidget();
+    return widget;
+}
+
 //! Presses and releases the key; what it does to its target may end with the press.
 void typeKey(QWidget* target, const QString& name)
 {
@@ -101,6 +108,9 @@ void typeKey(QWidget* target, const QString& name)
     const int key = isNamed ? named.value(name) : name.at(0).toUpper().unicode();
     const QString text = !isNamed ? name : name == u"Space" ? u" "_s : QString();
     const Qt::KeyboardModifiers modifiers = withControl ? Qt::ControlModifier : Qt::NoModifier;
+    // Qt's calendar leaks what edits the date when it dies while one is typed.
+    if (!text.isEmpty() && isInCalendar(target))
+        return;
     const QPointer<QWidget> guard(target);
     sendKey(target, QEvent::KeyPress, key, modifiers, text);
     if (guard)
