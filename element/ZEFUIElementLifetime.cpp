@@ -2,8 +2,7 @@
 //
 // Who deletes the host, and when:
 // - at once: close(), destroy(), and Escape in a ZEFUIWidget;
-// - after 1 ms: a ZEFUIDialog that answered, and close() when Qt is closing or has closed the host already,
-// or
+// - after 1 ms: a ZEFUIDialog that answered; close() when Qt is closing or has closed the host already, or
 //   may be in the middle of a signal of the form's widgets;
 // - at the tick, and 1 ms: whatever else is closing, which is how a closed ZEFUIWidget goes;
 // - postponed by 1 ms at a time while a DeletionGuard lives, whichever of the above asked for it.
