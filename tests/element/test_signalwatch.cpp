@@ -1,0 +1,145 @@
+#include <ZEFTest.h>
+
+#include <ZEFFormatCell.h>
+#include <ZEFFormatEdit.h>
+
+#include <element/SignalWatch.h>
+
+#include <QtCore/QEventLoop>
+#include <QtCore/QTimer>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+
+using namespace Qt::StringLiterals;
+
+class TestSignalWatch : public ZEFTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void hearsSignalsOfQtsWidgets();
+    void passesOverClicks();
+    void passesOverTheLibrarysOwnSignals();
+    void hearsCells();
+    void endsWithTheTurnOfTheEventLoop();
+    void outlivesALoopInsideTheSlot();
+    void forgets();
+    void watchesOnce();
+};
+
+void TestSignalWatch::hearsSignalsOfQtsWidgets()
+{
+    QLineEdit edit;
+    SignalWatch watch;
+    watch.watch(&edit);
+    QVERIFY(!watch.isSignalling());
+    bool during = false;
+    connect(&edit, &QLineEdit::textChanged, this, [&] { during = watch.isSignalling(); });
+    edit.setText(u"a"_s);
+    QVERIFY(during);
+}
+
+void TestSignalWatch::passesOverClicks()
+{
+    QPushButton button;
+    QCheckBox box;
+    SignalWatch watch;
+    watch.watch(&button);
+    watch.watch(&box);
+    bool during = true;
+    connect(&button, &QPushButton::clicked, this, [&] { during = watch.isSignalling(); });
+    button.click();
+    QVERIFY(!during);
+
+    // toggled() comes before clicked() and has ended by then
+    bool duringToggle = false;
+    during = true;
+    connect(&box, &QCheckBox::toggled, this, [&] { duringToggle = watch.isSignalling(); });
+    connect(&box, &QCheckBox::clicked, this, [&] { during = watch.isSignalling(); });
+    box.click();
+    QVERIFY(duringToggle);
+    QVERIFY(!during);
+}
+
+void TestSignalWatch::passesOverTheLibrarysOwnSignals()
+{
+    ZEFFormatEdit edit(nullptr);
+    edit.setFormat(u"{2}(\\d*)"_s);
+    SignalWatch watch;
+    watch.watch(&edit);
+    edit.setText(u"12"_s);
+    QCOMPARE(edit.text(), u"12"_s);
+    QVERIFY(!watch.isSignalling());
+}
+
+void TestSignalWatch::hearsCells()
+{
+    // Qt's line edit goes on after what a cell announces.
+    ZEFFormatCell cell(nullptr, nullptr);
+    SignalWatch watch;
+    watch.watch(&cell);
+    cell.setMaxLength(3);
+    cell.setText(u"a"_s);
+    QVERIFY(watch.isSignalling());
+}
+
+void TestSignalWatch::endsWithTheTurnOfTheEventLoop()
+{
+    QLineEdit edit;
+    SignalWatch watch;
+    watch.watch(&edit);
+    edit.setText(u"a"_s);
+    QVERIFY(watch.isSignalling());
+    QTRY_VERIFY(!watch.isSignalling());
+}
+
+void TestSignalWatch::outlivesALoopInsideTheSlot()
+{
+    QLineEdit edit;
+    SignalWatch watch;
+    watch.watch(&edit);
+    bool afterwards = false;
+    connect(&edit, &QLineEdit::textChanged, this, [&] {
+        QEventLoop inner;
+        QTimer::singleShot(1, &inner, &QEventLoop::quit);
+        inner.exec();
+        afterwards = watch.isSignalling();
+    });
+    QEventLoop loop;
+    QTimer::singleShot(0, &loop, [&] {
+        edit.setText(u"a"_s);
+        loop.quit();
+    });
+    loop.exec();
+    QVERIFY(afterwards);
+}
+
+void TestSignalWatch::forgets()
+{
+    QLineEdit edit;
+    SignalWatch watch;
+    watch.forget();
+    watch.watch(&edit);
+    edit.setText(u"a"_s);
+    watch.forget();
+    QVERIFY(!watch.isSignalling());
+    edit.setText(u"b"_s);
+    QVERIFY(watch.isSignalling());
+}
+
+void TestSignalWatch::watchesOnce()
+{
+    class Counted : public QLineEdit {
+    public:
+        int heard() const { return receivers("2textChanged(QString)"); }
+    };
+    Counted edit;
+    SignalWatch watch;
+    const int before = edit.heard();
+    watch.watch(&edit);
+    watch.watch(&edit);
+    QCOMPARE(edit.heard(), before + 1);
+}
+
+ZEF_TEST_MAIN(TestSignalWatch)
+#include "test_signalwatch.moc"
