@@ -278,11 +278,9 @@ void ZEFFormatCell::addCoercionSpec(ZEFCoercionSpec* spec)
 
 void ZEFFormatCell::setRegexp(const QString& pattern)
 {
-    if (const QValidator* installed = validator()) {
-        setValidator(nullptr);
-        delete installed;
-    }
+    const QPointer<const QValidator> installed = validator();
     setValidator(new PatternValidator(QRegularExpression(pattern), this));
+    delete installed;
 }
 
 void ZEFFormatCell::setFinalRegExp(const QString& pattern)

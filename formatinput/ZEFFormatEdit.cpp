@@ -48,6 +48,12 @@ ZEFFormatEdit::~ZEFFormatEdit()
 {
     QObject::disconnect(QGuiApplication::clipboard(), "2selectionChanged()", this, "1deselect()");
     clearCells();
+    // A cell that is about to part while the focus leaves it: Qt still works with it.
+    const QList<ZEFFormatCell*> cells = findChildren<ZEFFormatCell*>(Qt::FindDirectChildrenOnly);
+    for (ZEFFormatCell* cell : cells) {
+        if (cell->m_retired)
+            cell->setParent(nullptr);
+    }
 }
 
 QString ZEFFormatEdit::text() const
@@ -97,11 +103,9 @@ QValidator::State ZEFFormatEdit::validate()
         QString text = cell->text();
         int position = cell->cursorPosition();
         // A failing cell is deliberately never Intermediate, even when it is merely incomplete.
-        if (text.isEmpty() && cell->minLength() > 0)
-            state = QValidator::Invalid;
-        else if (cell->validator() && cell->validator()->validate(text, position) != QValidator::Acceptable)
-            state = QValidator::Invalid;
-        else if (self && generation == m_generation && !cell->validate())
+        if ((text.isEmpty() && cell->minLength() > 0)
+            || (cell->validator() && cell->validator()->validate(text, position) != QValidator::Acceptable)
+            || (self && generation == m_generation && !cell->validate()))
             state = QValidator::Invalid;
         if (!self)
             return QValidator::Invalid;

@@ -93,6 +93,7 @@ void TestZEFTranslatorCache::finds_data()
     QTest::newRow("resource before the folder, even by fallback") << s("de_CH") << s("Willkommen");
     QTest::newRow("folder") << s("fr") << s("Bienvenue");
     QTest::newRow("folder, by fallback") << s("fr_CA") << s("Bienvenue");
+    QTest::newRow("the ends of the alphabets and the digits") << s("de_azAZ09") << s("Willkommen");
     QTest::newRow("separator at the end") << s("de_") << s("Willkommen");
 
     QTest::newRow("none") << s("en") << QString();

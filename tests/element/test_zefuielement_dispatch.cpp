@@ -50,6 +50,10 @@ public Q_SLOTS:
     {
         calls << okButton_text.toString();
     }
+    void objectName_clicked(ZEFPipeFacilityInvocationContext*, QVariant okButton_objectName)
+    {
+        calls << okButton_objectName.toString();
+    }
     void nine_clicked(ZEFPipeFacilityInvocationContext*, QVariant okButton_text, QVariant agree_text,
                       QVariant agree_checked, QVariant count_value, QVariant count_minimum,
                       QVariant count_maximum, QVariant nameEdit_text, QVariant nameEdit_maxLength,
@@ -123,6 +127,13 @@ public Q_SLOTS:
     void On_okButton_clicked() { calls << u"never"_s; }
 };
 
+class LastSlotHasADefault : public QObject {
+    Q_OBJECT
+
+public Q_SLOTS:
+    void on_okButton_clicked(bool checked = false) { calls << (checked ? u"on"_s : u"off"_s); }
+};
+
 class UnderscoreSlots : public QObject {
     Q_OBJECT
 
@@ -180,6 +191,7 @@ private Q_SLOTS:
     void missingWidgetOrPropertyAbandons_data();
     void missingWidgetOrPropertyAbandons();
     void upToNineValues();
+    void theFirstPropertyIsOneToo();
     void tenValuesDoNothing();
     void overloads();
     void invokableMethods();
@@ -201,6 +213,7 @@ private Q_SLOTS:
     void connectSlotsByName();
     void connectSlotsByNameIgnoresInheritedSlots();
     void connectSlotsByNameTriesTheNextCandidate();
+    void connectSlotsByNamePassesOverTheLastDefault();
     void connectSlotsByNameWithNulls();
     void reloadWiresChildHostsToo();
     void delegateMayReloadTheFormFromAClick();
@@ -324,9 +337,20 @@ void TestZEFUIElementDispatch::upToNineValues()
 {
     Delegate delegate;
     element()->setDelegate(&delegate);
+    child<QSpinBox>(u"count"_s)->setValue(7);
+    TestLog::takeAll();
     element()->dispatch(sender(u"one"_s).get(), "clicked");
     element()->dispatch(sender(u"nine"_s).get(), "clicked");
-    QCOMPARE(calls, QStringList({u"OK"_s, u"OKAgreefalse0099second32767Close"_s}));
+    QCOMPARE(calls, QStringList({u"OK"_s, u"OKAgreefalse7099second32767Close"_s}));
+    TestLog::takeAll();
+}
+
+void TestZEFUIElementDispatch::theFirstPropertyIsOneToo()
+{
+    Delegate delegate;
+    element()->setDelegate(&delegate);
+    element()->dispatch(sender(u"objectName"_s).get(), "clicked");
+    QCOMPARE(calls, QStringList(u"okButton"_s));
     TestLog::takeAll();
 }
 
@@ -599,6 +623,15 @@ void TestZEFUIElementDispatch::connectSlotsByNameIgnoresInheritedSlots()
     QCOMPARE(TestLog::takeAll(), QStringList());
     child(u"okButton"_s)->click();
     QCOMPARE(calls, QStringList(u"pressed"_s));
+}
+
+void TestZEFUIElementDispatch::connectSlotsByNamePassesOverTheLastDefault()
+{
+    LastSlotHasADefault receiver;
+    element()->connectSlotsByName(&receiver);
+    child(u"okButton"_s)->click();
+    QCOMPARE(calls, QStringList(u"off"_s));
+    TestLog::takeAll();
 }
 
 void TestZEFUIElementDispatch::connectSlotsByNameWithNulls()

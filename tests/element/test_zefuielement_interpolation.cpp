@@ -74,6 +74,8 @@ private Q_SLOTS:
     void emptyResultsTraceBackToo();
     void nullsAndForgottenWidget();
     void interpolationMayDeleteTheHost();
+    void theElementMayOutliveItsHost();
+    void theLineComesBeforeTheWrite();
 };
 
 void TestZEFUIElementInterpolation::updateWritesAllWidgetsOfTheName()
@@ -498,6 +500,34 @@ void TestZEFUIElementInterpolation::interpolationMayDeleteTheHost()
     list.append(&dictionary);
     element()->interpolate(list);
     QVERIFY(!m_host);
+}
+
+void TestZEFUIElementInterpolation::theElementMayOutliveItsHost()
+{
+    auto* host = new QWidget;
+    host->setWindowTitle(u"%{user}"_s);
+    ZEFUIElement element(host, nullptr, u"templates"_s, u"en"_s, nullptr, 0);
+    connect(host, &QWidget::windowTitleChanged, this, [host] { delete host; });
+    ZEFDictionary dictionary{{u"user"_s, u"Ann"_s}};
+    ZEFDictionaryList list;
+    list.append(&dictionary);
+    element.interpolate(list);
+    QVERIFY(!element.widget());
+    TestLog::takeAll();
+}
+
+void TestZEFUIElementInterpolation::theLineComesBeforeTheWrite()
+{
+    show(u"templates"_s);
+    Texts texts;
+    texts.setWindowTitle(u"%{user}"_s);
+    connect(&texts, &QWidget::windowTitleChanged, this, [] { qDebug("written"); });
+    ZEFDictionary dictionary{{u"user"_s, u"Ann"_s}};
+    ZEFDictionaryList list;
+    list.append(&dictionary);
+    element()->interpolateWidget(&texts, list);
+    QCOMPARE(TestLog::takeAll(),
+             QStringList({u"log: new value for property windowTitle on  :Ann"_s, u"debug: written"_s}));
 }
 
 ZEF_TEST_MAIN(TestZEFUIElementInterpolation)

@@ -37,6 +37,7 @@ public:
     void setSuffix(const QString& text) override { lines += u"suffix "_s + text; }
     void reportUnexpected(const QString& c) override { lines += u"unexpected "_s + c; }
     void reportUnexpectedAfterMinimum(const QString& c) override { lines += u"after minimum "_s + c; }
+    void reportDropped(const QString& text) override { lines += u"dropped "_s + text; }
 };
 
 // Counts, for formats too long to write down.
@@ -122,6 +123,10 @@ void TestFormatParser::reads_data()
     QTest::addRow("a bar does not empty the coercion text")
         << u"{2:ab|3|1}(a)"_s << QStringList{u"coercion ab 0..1"_s, u"coercion ab 2..4"_s, u"cell a max 6"_s}
         << u"(a)"_s;
+    QTest::addRow("each count block starts at the first character again")
+        << u"{2|1}(a){3:cd}(b)"_s
+        << QStringList{u"coercion  0..1"_s, u"cell a max 3"_s, u"cell b max 3 coercing cd from 0"_s}
+        << u"(a)(b)"_s;
     QTest::addRow("a bar at position 0")
         << u"{|}(a)"_s << QStringList{u"coercion  0..-1"_s, u"cell a max 0"_s} << u"(a)"_s;
     QTest::addRow("digits and commas belong to a coercion text, but for the comma")
@@ -160,7 +165,8 @@ void TestFormatParser::reads_data()
         << QString(u"{"_s + QChar(0xd83d) + u"}(a)"_s)
         << QStringList{u"unexpected "_s + QChar(0xd83d), u"cell a max 0"_s} << u"(a)"_s;
     QTest::addRow("half of a character at the end")
-        << QString(u"{"_s + QChar(0xd83d)) << QStringList{u"unexpected "_s + QChar(0xd83d)} << u""_s;
+        << QString(u"{"_s + QChar(0xd83d)) << QStringList{u"unexpected "_s + QChar(0xd83d), u"dropped {"_s}
+        << u""_s;
 
     // Counts without limit
     QTest::addRow("the greatest count")
@@ -180,12 +186,13 @@ void TestFormatParser::reads_data()
     QTest::addRow("a nested group loses its end")
         << u"{3}(a(b)c)"_s << QStringList{u"cell a(bc max 3"_s} << u"(a(bc)"_s;
     QTest::addRow("a nested group with an escaped end needs the bare one as well")
-        << uR"({3}(a(b\)c))"_s << QStringList{} << u""_s;
+        << uR"({3}(a(b\)c))"_s << QStringList{u"dropped (a(b)c"_s} << u""_s;
     QTest::addRow("a nested group that is written right")
         << uR"({3}(a(b\)c)))"_s << QStringList{u"cell a(b)c max 3"_s} << u"(a(b)c)"_s;
     QTest::addRow("an escaped opening parenthesis does not count")
         << uR"({3}(a\(b))"_s << QStringList{u"cell a(b max 3"_s} << u"(a(b)"_s;
-    QTest::addRow("deep nesting") << u"(((((a))))))"_s << QStringList{u"cell ((((a max 0"_s} << u"(((((a)"_s;
+    QTest::addRow("deep nesting") << u"(((((a))))))"_s << QStringList{u"cell ((((a max 0"_s, u"dropped )"_s}
+                                  << u"(((((a)"_s;
     QTest::addRow("braces in a group")
         << u"{3}([a]{2})"_s << QStringList{u"cell [a]{2} max 3"_s} << u"([a]{2})"_s;
     QTest::addRow("escaped braces in a group")
@@ -204,9 +211,9 @@ void TestFormatParser::reads_data()
         << u"(x)(?:-)?(y)"_s;
 
     // Literals
-    QTest::addRow("only a literal") << u"abc"_s << QStringList{} << u""_s;
+    QTest::addRow("only a literal") << u"abc"_s << QStringList{u"dropped abc"_s} << u""_s;
     QTest::addRow("a pending literal is dropped")
-        << u"{1}(a)kg"_s << QStringList{u"cell a max 1"_s} << u"(a)"_s;
+        << u"{1}(a)kg"_s << QStringList{u"cell a max 1"_s, u"dropped kg"_s} << u"(a)"_s;
     QTest::addRow("a literal without a cell")
         << u"abc{}"_s << QStringList{u"separator abc"_s, u"suffix abc"_s} << u"(?:abc)?"_s;
     QTest::addRow("closing parentheses and braces are literal")
@@ -230,16 +237,21 @@ void TestFormatParser::reads_data()
         << u"😀{}"_s << QStringList{u"separator 😀"_s, u"suffix 😀"_s} << u"(?:😀)?"_s;
 
     // What is left open
-    QTest::addRow("unclosed group") << u"{3}(a"_s << QStringList{} << u""_s;
-    QTest::addRow("unclosed nested group") << u"{3}(a(b)"_s << QStringList{} << u""_s;
-    QTest::addRow("unclosed count block") << u"(a){3"_s << QStringList{u"cell a max 0"_s} << u"(a)"_s;
-    QTest::addRow("unclosed coercion") << u"(a){3:ab"_s << QStringList{u"cell a max 0"_s} << u"(a)"_s;
-    QTest::addRow("unclosed escape") << uR"((a)\)"_s << QStringList{u"cell a max 0"_s} << u"(a)"_s;
+    QTest::addRow("unclosed group") << u"{3}(a"_s << QStringList{u"dropped (a"_s} << u""_s;
+    QTest::addRow("unclosed nested group") << u"{3}(a(b)"_s << QStringList{u"dropped (a(b"_s} << u""_s;
+    QTest::addRow("unclosed count block")
+        << u"(a){3"_s << QStringList{u"cell a max 0"_s, u"dropped {"_s} << u"(a)"_s;
+    QTest::addRow("unclosed coercion")
+        << u"(a){3:ab"_s << QStringList{u"cell a max 0"_s, u"dropped {"_s} << u"(a)"_s;
+    QTest::addRow("unclosed escape") << uR"((a)\)"_s << QStringList{u"cell a max 0"_s, uR"(dropped \)"_s}
+                                     << u"(a)"_s;
     QTest::addRow("unclosed escape in a group")
-        << uR"((a)-(b\)"_s << QStringList{u"cell a max 0"_s, u"separator -"_s, u"suffix -"_s}
+        << uR"((a)-(b\)"_s
+        << QStringList{u"cell a max 0"_s, u"separator -"_s, uR"(dropped (b\)"_s, u"suffix -"_s}
         << u"(a)(?:-)?"_s;
     QTest::addRow("a separator before an unclosed group becomes the suffix")
-        << u"(a)-(b"_s << QStringList{u"cell a max 0"_s, u"separator -"_s, u"suffix -"_s} << u"(a)(?:-)?"_s;
+        << u"(a)-(b"_s << QStringList{u"cell a max 0"_s, u"separator -"_s, u"dropped (b"_s, u"suffix -"_s}
+        << u"(a)(?:-)?"_s;
 }
 
 void TestFormatParser::reads()

@@ -176,6 +176,7 @@ private Q_SLOTS:
     void asksForAPasteWithTheMiddleButton();
     void worksWithTheContextMenu();
 
+    void placesTheCaretWithTheLeftButton();
     void announcesTheMouseLeaving_data();
     void announcesTheMouseLeaving();
     void reselectsWhenTheMouseComesBack();
@@ -1252,6 +1253,17 @@ void TestZEFFormatCell::pastesOnceWithTheMiddleButton()
     cell.setCursorPosition(2);
     QTest::mouseClick(&cell, Qt::MiddleButton, Qt::NoModifier, QPoint(1, cell.height() / 2));
     QCOMPARE(cell.text(), u"abxycd"_s);
+    QCOMPARE(cell.cursorPosition(), 4);
+}
+
+void TestZEFFormatCell::placesTheCaretWithTheLeftButton()
+{
+    ZEFFormatCell cell(nullptr, nullptr);
+    cell.resize(100, 30);
+    cell.setText(u"abcd"_s);
+    QTest::mouseClick(&cell, Qt::LeftButton, Qt::NoModifier, {1, 15});
+    QCOMPARE(cell.cursorPosition(), 0);
+    QTest::mouseClick(&cell, Qt::LeftButton, Qt::NoModifier, {99, 15});
     QCOMPARE(cell.cursorPosition(), 4);
 }
 

@@ -263,6 +263,8 @@ private Q_SLOTS:
     void mayBeDeletedByTheClipboard();
     void mayBeRebuiltWhileAKeyMovesOn();
     void mayBeDeletedWhileTheFocusMoves();
+    void mayBeDeletedWhileItIsRebuilt();
+    void mayBeDeletedWhileItIsFilled();
     void mayBeRebuiltFromTheContextMenu();
     void forgetsCellsThatOthersDelete();
     void survivesAValidatorThatDeletesItsCell();
@@ -1808,6 +1810,27 @@ void TestZEFFormatEdit::mayBeDeletedWhileTheFocusMoves()
     guard->type(u"ab"_s);
     disconnect(connection);
     QVERIFY(!guard);
+}
+
+void TestZEFFormatEdit::mayBeDeletedWhileItIsRebuilt()
+{
+    auto* form = new Form(threeCells);
+    const QPointer<Form> guard(form);
+    QVERIFY(form->activate());
+    const auto connection =
+        connect(qApp, &QApplication::focusChanged, this, [&] { delete std::exchange(form, nullptr); });
+    QVERIFY(!guard->edit->parseFormat(twoCells, 0));
+    disconnect(connection);
+    QVERIFY(!guard);
+}
+
+void TestZEFFormatEdit::mayBeDeletedWhileItIsFilled()
+{
+    const QPointer<ZEFFormatEdit> edit = new ZEFFormatEdit(nullptr);
+    edit->setFormat(twoCells);
+    connect(edit, &ZEFFormatEdit::textChanged, this, [&] { delete edit; });
+    QVERIFY(edit->setText(u"12"_s));
+    QVERIFY(!edit);
 }
 
 void TestZEFFormatEdit::mayBeRebuiltFromTheContextMenu()

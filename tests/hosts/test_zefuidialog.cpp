@@ -22,6 +22,7 @@ private Q_SLOTS:
     void fixedSizeWithoutAForm();
     void closeAnswersOnce();
     void closeIsFollowedByDestruction();
+    void closeRejects();
     void escapeAnswersAndClosesLater();
     void escapeSwitchedOff();
     void escapeAfterCloseAnswersOnce();
@@ -226,6 +227,16 @@ void TestZEFUIDialog::closeIsFollowedByDestruction()
     QCOMPARE(deletions, 0);
     QTRY_VERIFY(!dialog);
     QCOMPARE(deletions, 1);
+}
+
+void TestZEFUIDialog::closeRejects()
+{
+    const auto dialog = makeDialog();
+    dialog->show();
+    QSignalSpy rejected(dialog.get(), &QDialog::rejected);
+    dialog->close();
+    QCOMPARE(rejected.count(), 1);
+    TestLog::takeAll();
 }
 
 void TestZEFUIDialog::escapeAnswersAndClosesLater()

@@ -18,6 +18,8 @@ private Q_SLOTS:
     void createKeepsTheHostOfAMissingForm();
     void closeAnswersOnce();
     void closeIsFollowedByDestruction();
+    void closeAnswersWithoutACloseEvent_data();
+    void closeAnswersWithoutACloseEvent();
     void answerCarriesContextAndSelection();
     void escapeAnswersAndDeletesAtOnce();
     void escapeInAFormatEditGoesNoFurther();
@@ -26,6 +28,7 @@ private Q_SLOTS:
     void escapeOfAPopupAnswersOnce();
     void escapeAnswersForAnElementMarkedClosing();
     void otherKeysDoNotClose();
+    void otherKeysGoOnToTheParent();
     void rootClosedCloses();
     void receiverMayDeleteTheHost_data();
     void receiverMayDeleteTheHost();
@@ -155,6 +158,33 @@ void TestZEFUIWidget::closeIsFollowedByDestruction()
     QCOMPARE(deletions, 1);
 }
 
+void TestZEFUIWidget::closeAnswersWithoutACloseEvent_data()
+{
+    QTest::addColumn<bool>("formless");
+    QTest::newRow("with a form") << false;
+    QTest::newRow("without a form") << true;
+}
+
+void TestZEFUIWidget::closeAnswersWithoutACloseEvent()
+{
+    QFETCH(const bool, formless);
+    class Silent : public ZEFUIWidget {
+    public:
+        using ZEFUIWidget::ZEFUIWidget;
+
+    protected:
+        void closeEvent(QCloseEvent*) override { }
+    };
+    const QPointer<ZEFUIWidget> host =
+        formless ? new Silent : new Silent(u"names"_s, u"en"_s, nullptr, Qt::Window, nullptr);
+    int answers = 0;
+    connect(host, &ZEFUIWidget::respondClosed, this, [&] { ++answers; });
+    host->element()->close();
+    QCOMPARE(answers, 1);
+    QTRY_VERIFY(!host);
+    QCOMPARE(answers, 1);
+}
+
 void TestZEFUIWidget::answerCarriesContextAndSelection()
 {
     int deletions = 0;
@@ -268,6 +298,15 @@ void TestZEFUIWidget::otherKeysDoNotClose()
         QTest::keyClick(host.get(), key);
     QVERIFY(host->isVisible());
     QCOMPARE(answers.count(), 0);
+}
+
+void TestZEFUIWidget::otherKeysGoOnToTheParent()
+{
+    const auto host = makeHost();
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
+    event.accept();
+    QApplication::sendEvent(host.get(), &event);
+    QVERIFY(!event.isAccepted());
 }
 
 void TestZEFUIWidget::rootClosedCloses()

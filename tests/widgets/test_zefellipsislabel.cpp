@@ -75,6 +75,7 @@ private Q_SLOTS:
     void templateTextStaysForGood();
     void foreignToolTipStaysWhileTextFits();
     void foreignToolTipIsReplacedWhileCut();
+    void foreignToolTipStaysOnceTheTextFitsAgain();
     void fontChangeCutsAgain();
     void markupIsCutAsItStands();
     void toolTipIsPlain_data();
@@ -277,6 +278,19 @@ void TestZEFEllipsisLabel::foreignToolTipIsReplacedWhileCut()
     label.resize(600, 20);
     paint(label);
     QCOMPARE(label.toolTip(), QString());
+}
+
+void TestZEFEllipsisLabel::foreignToolTipStaysOnceTheTextFitsAgain()
+{
+    ZEFEllipsisLabel label;
+    label.setText(LongText);
+    label.resize(80, 20);
+    paint(label);
+    label.resize(600, 20);
+    paint(label);
+    label.setToolTip(QStringLiteral("the form's own"));
+    paint(label);
+    QCOMPARE(label.toolTip(), QStringLiteral("the form's own"));
 }
 
 void TestZEFEllipsisLabel::fontChangeCutsAgain()

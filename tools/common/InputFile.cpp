@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr qint64 mebibyte = 1024 * 1024;
+constexpr qint64 mebibyte = qint64(1024) * 1024;
 constexpr qint64 largestInput = 32 * mebibyte;
 
 } // namespace

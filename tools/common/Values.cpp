@@ -42,7 +42,7 @@ bool fill(const QJsonObject& root, Values* values, QString* error)
                 return false;
             }
             const QJsonArray dictionaries = member.value().toArray();
-            for (const QJsonValue& dictionary : dictionaries) {
+            for (const QJsonValue dictionary : dictionaries) {
                 values->dictionaries.emplaceBack();
                 if (!readDictionary(dictionary, u"each of the \"dictionaries\""_s,
                                     &values->dictionaries.back(), error))

@@ -169,7 +169,7 @@ QString ClassCatalog::nearest(const QString& className)
         QStringList names;
         for (const CustomClass& entry : customClasses())
             names.append(entry.name);
-        if (const QString name = mostAlike(className, names); !name.isEmpty())
+        if (QString name = mostAlike(className, names); !name.isEmpty())
             return name;
     }
     return mostAlike(className, qtClassNames());

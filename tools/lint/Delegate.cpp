@@ -242,7 +242,7 @@ bool readSignatures(const QByteArray& json, Delegate* delegate, QString* error)
     }
     const QList<qint64> lines = stringLines(json);
     const QJsonArray signatures = document->array();
-    for (const QJsonValue& value : signatures) {
+    for (const QJsonValue value : signatures) {
         const QString signature = value.toString();
         // A name of its own makes a signature without a return type read like a declaration.
         auto method = methodFrom(cppTokens(u"void " + signature, nullptr));

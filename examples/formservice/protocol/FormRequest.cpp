@@ -6,6 +6,7 @@
 #include <QtCore/QJsonObject>
 
 #include <functional>
+#include <utility>
 
 namespace {
 
@@ -53,7 +54,7 @@ public:
 
     QString formName(const QString& where, const QJsonValue& value)
     {
-        const QString name = text(where, value);
+        QString name = text(where, value);
         if (name.isEmpty())
             fail(where + u" must not be empty");
         if (name.contains(u'/') || name.contains(u'\\'))
@@ -63,7 +64,7 @@ public:
 
     QString localeName(const QString& where, const QJsonValue& value)
     {
-        const QString name = text(where, value);
+        QString name = text(where, value);
         if (name.size() > longestLocale)
             fail(where + u" is longer than " + QString::number(longestLocale) + u" characters");
         return name;
@@ -82,8 +83,8 @@ public:
 
     QStringList propertyNames(const QString& where, const QJsonValue& value)
     {
-        const QStringList properties = names(where, value);
-        for (const QString& name : properties) {
+        QStringList properties = names(where, value);
+        for (const QString& name : std::as_const(properties)) {
             if (!name.contains(u'.'))
                 fail(where + u": " + quoted(name) + u" is not of the form <widget>.<property>");
         }
@@ -103,7 +104,7 @@ public:
 
     ZEFDictionary propertyValues(const QString& where, const QJsonValue& value)
     {
-        const ZEFDictionary values = dictionary(where, value);
+        ZEFDictionary values = dictionary(where, value);
         const QStringList keys = values.keys();
         for (const QString& key : keys) {
             if (!key.contains(u'_'))
