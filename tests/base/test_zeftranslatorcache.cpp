@@ -96,6 +96,7 @@ void TestZEFTranslatorCache::finds_data()
     QTest::newRow("the ends of the alphabets and the digits") << s("de_azAZ09") << s("Willkommen");
     QTest::newRow("separator at the end") << s("de_") << s("Willkommen");
 
+    QTest::newRow("separator at the front, which leaves no language") << s("_de") << QString();
     QTest::newRow("none") << s("en") << QString();
     QTest::newRow("a longer language") << s("deu") << QString();
     QTest::newRow("a shorter language") << s("d") << QString();

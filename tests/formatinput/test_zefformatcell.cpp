@@ -142,6 +142,8 @@ private Q_SLOTS:
     void leavesTheseKeysToTheLineEdit();
     void handlesKeysWhileSelectedOutside_data();
     void handlesKeysWhileSelectedOutside();
+    void acceptsKeysBeforeTheyDelete_data();
+    void acceptsKeysBeforeTheyDelete();
     void swallowsIgnoredCharacters();
     void neverEntersHalfACharacter();
 
@@ -736,6 +738,28 @@ void TestZEFFormatCell::handlesKeysWhileSelectedOutside()
     QTest::keyClick(&cell, key.key(), key.keyboardModifiers());
     QCOMPARE(lines, signalLines);
     QTEST(cell.text(), "expectedText");
+}
+
+void TestZEFFormatCell::acceptsKeysBeforeTheyDelete_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addRow("Backspace") << Qt::Key_Backspace;
+    QTest::addRow("Delete") << Qt::Key_Delete;
+}
+
+// A receiver may do away with the cell and whoever else would get the key.
+void TestZEFFormatCell::acceptsKeysBeforeTheyDelete()
+{
+    QFETCH(Qt::Key, key);
+    SelectingCell cell(nullptr, nullptr);
+    cell.setText(u"ab"_s);
+    cell.setSelectOutside(true);
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    event.ignore();
+    bool accepted = false;
+    connect(&cell, &ZEFFormatCell::deleteMe, this, [&] { accepted = event.isAccepted(); });
+    QApplication::sendEvent(&cell, &event);
+    QVERIFY(accepted);
 }
 
 void TestZEFFormatCell::swallowsIgnoredCharacters()

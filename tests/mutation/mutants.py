@@ -5,6 +5,7 @@ them. No line moves: the compiler's line numbers stay those of the original.
 """
 
 import re
+import zlib
 from dataclasses import dataclass, field
 
 
@@ -20,6 +21,11 @@ class Mutant:
     @property
     def key(self):
         return f"{self.file}: {self.kind} `{self.text}`"
+
+    @property
+    def lot(self):
+        """What decides whether it is tried: mutants that only their number tells apart go together."""
+        return zlib.crc32(re.sub(r" \(\d+\)( in)? `", r"\1 `", self.key, count=1).encode())
 
 
 @dataclass
@@ -61,6 +67,11 @@ NUMBER = re.compile(r"(?<![\w.<'])(\d+)(?![\w.'>])")
 NO_CONSTANTS = re.compile(r"\b(constexpr|case|static_assert|enum|template|using|namespace)\b")
 
 
+def numbered(kind, earlier):
+    """The kind of one of several alike mutants of a text: "== to !=", "== to != (2)"."""
+    return f"{kind} ({earlier + 1})" if earlier else kind
+
+
 def top_level(text):
     """The text with everything inside brackets blanked."""
     result = []
@@ -100,10 +111,11 @@ class Finder:
             bare = text
         variants = [("negate", f"!({text})")]
         operators = list(OPERATOR.finditer(bare))
-        for match in operators:
+        for i, match in enumerate(operators):
             if len(operators) == 1 and match.group(1) in ("==", "!="):
                 continue
-            kind = f"{match.group(1)} to {OPPOSITES[match.group(1)]}"
+            earlier = sum(1 for other in operators[:i] if other.group(1) == match.group(1))
+            kind = numbered(f"{match.group(1)} to {OPPOSITES[match.group(1)]}", earlier)
             variants.append((kind, text[: match.start(1)] + OPPOSITES[match.group(1)] + text[match.end(1):]))
         self.edits.append(Edit(start, end, variants))
 
@@ -203,7 +215,9 @@ class Finder:
             if NO_CONSTANTS.search(line) or line.strip().startswith(("#", "=")) or "[" in line.split("=")[0][:0]:
                 continue
             value = int(match.group(1))
-            self.edits.append(Edit(match.start(), match.end(), [(f"{value} to {value + 1} in", str(value + 1))], "constant"))
+            earlier = sum(1 for other in NUMBER.findall(self.mask[line_start:match.start()]) if int(other) == value)
+            kind = numbered(f"{value} to {value + 1}", earlier) + " in"
+            self.edits.append(Edit(match.start(), match.end(), [(kind, str(value + 1))], "constant"))
 
 
 def mutate(file, source, dropped, first_number):

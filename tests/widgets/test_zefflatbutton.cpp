@@ -48,6 +48,7 @@ private Q_SLOTS:
     void otherKeysGoOn();
     void nullKeyEvent();
     void enterIsAcceptedAlsoWhenItCameIgnored();
+    void enterIsAcceptedBeforeItIsAnnounced();
     void releaseInsideTheReceiver();
     void pressInsideTheReceiverCountsForTheNextRelease();
     void receiverDeletesTheButton_data();
@@ -210,6 +211,17 @@ void TestZEFFlatButton::nullKeyEvent()
     QSignalSpy enters(&button, &ZEFFlatButton::enterKeyClicked);
     button.keyPressEvent(nullptr);
     QCOMPARE(enters.count(), 0);
+}
+
+void TestZEFFlatButton::enterIsAcceptedBeforeItIsAnnounced()
+{
+    ZEFFlatButton button(nullptr);
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    event.ignore();
+    bool accepted = false;
+    connect(&button, &ZEFFlatButton::enterKeyClicked, this, [&] { accepted = event.isAccepted(); });
+    QApplication::sendEvent(&button, &event);
+    QVERIFY(accepted);
 }
 
 void TestZEFFlatButton::enterIsAcceptedAlsoWhenItCameIgnored()

@@ -115,6 +115,8 @@ private Q_SLOTS:
     void sizeHintOfText_data();
     void sizeHintOfText();
 
+    void aHugeButtonHasSmoothCornersToo();
+
     void firstPaintInitialises();
     void eachPaintWritesItsState_data();
     void eachPaintWritesItsState();
@@ -249,6 +251,24 @@ void TestZEFLightStdButton::sizeHintOfText()
     button.setText(text);
     QCOMPARE(button.sizeHint(), QSize(button.fontMetrics().boundingRect(text).width() + 14, 28));
     QCOMPARE(button.minimumSizeHint(), QSize(78, 28));
+}
+
+// Too large for an image of its own.
+void TestZEFLightStdButton::aHugeButtonHasSmoothCornersToo()
+{
+    ZEFLightStdButton button;
+    button.resize(5000, 4000);
+    QImage corner(8, 8, QImage::Format_ARGB32_Premultiplied);
+    corner.fill(Qt::transparent);
+    button.render(&corner, QPoint(), corner.rect(), QWidget::DrawChildren);
+    QCOMPARE(qAlpha(corner.pixel(0, 0)), 0);
+    bool smooth = false;
+    for (int x = 0; x < corner.width(); ++x) {
+        const int alpha = qAlpha(corner.pixel(x, 0));
+        smooth = smooth || (alpha > 0 && alpha < 255);
+    }
+    QVERIFY(smooth);
+    TestLog::takeAll();
 }
 
 void TestZEFLightStdButton::firstPaintInitialises()

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void sizeHint_data();
     void sizeHint();
     void narrowerIsTaller();
+    void wrapsOnlyWhatDoesNotFit();
     void neverBelowTheCurrentHeight();
     void minimumSizeHintEnds();
     void fixedDialogWithMaximumHeightStays();
@@ -167,6 +168,19 @@ void TestZEFLightStdSSCheckbox::narrowerIsTaller()
     const int wide = box.sizeHint().height();
     box.resize(100, 10);
     QVERIFY(box.sizeHint().height() > wide);
+}
+
+void TestZEFLightStdSSCheckbox::wrapsOnlyWhatDoesNotFit()
+{
+    ZEFLightStdSSCheckbox box;
+    box.setText(LongText);
+    box.resize(2000, 1);
+    const int oneLine = box.sizeHint().height();
+    const int text = box.fontMetrics().boundingRect(QRect(0, 0, 2000, 1), WrappedText, LongText).width();
+    box.resize(text + indicatorAndSpacing(box), 1);
+    QCOMPARE(box.sizeHint().height(), oneLine);
+    box.resize(box.width() - 1, 1);
+    QVERIFY(box.sizeHint().height() > oneLine);
 }
 
 void TestZEFLightStdSSCheckbox::neverBelowTheCurrentHeight()
