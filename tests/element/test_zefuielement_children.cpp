@@ -311,7 +311,7 @@ void TestZEFUIElementChildren::pixmapPropertiesAllOfThem()
     pixmap.fill(Qt::green);
     QVERIFY(!element()->setChildProperties(u"pixmap"_s, pixmap, u"unused"_s));
     for (const QString& name : {u"one"_s, u"two"_s, u"three"_s})
-        QCOMPARE(child<QLabel>(name)->pixmap(Qt::ReturnByValue).size(), QSize(3, 3));
+        QCOMPARE(child<QLabel>(name)->pixmap().size(), QSize(3, 3));
     QVERIFY(!element()->setChildProperties(u"text"_s, pixmap, QString()));
     QVERIFY(!element()->setChildProperties(u"colour"_s, pixmap, QString()));
     QVERIFY(!element()->setChildProperties(QString(), pixmap, QString()));
