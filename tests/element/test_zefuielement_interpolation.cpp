@@ -27,6 +27,27 @@ public:
     QString second;
 };
 
+//! A widget that may be deleted when it announces a write, as Qt's widgets may not.
+class Announcing : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(QString note READ note WRITE setNote)
+
+public:
+    using QWidget::QWidget;
+    QString note() const { return m_note; }
+    void setNote(const QString& note)
+    {
+        m_note = note;
+        Q_EMIT noted();
+    }
+
+Q_SIGNALS:
+    void noted();
+
+private:
+    QString m_note = u"%{user}"_s;
+};
+
 class TestZEFUIElementInterpolation : public ElementTest {
     Q_OBJECT
 
@@ -233,9 +254,10 @@ void TestZEFUIElementInterpolation::updateWithManyUnknownNames()
 void TestZEFUIElementInterpolation::updateSurvivesASlotThatDeletesTheHost()
 {
     show(u"names"_s);
-    auto* button = m_host->findChild<QPushButton*>(u"okButton"_s);
-    connect(button, &QWidget::windowTitleChanged, this, [this] { m_host.reset(); });
-    element()->updateProperties({{u"okButton_windowTitle"_s, u"gone"_s}, {u"okButton_text"_s, u"never"_s}});
+    auto* announcing = new Announcing(m_host.get());
+    announcing->setObjectName(u"announcing"_s);
+    connect(announcing, &Announcing::noted, this, [this] { m_host.reset(); });
+    element()->updateProperties({{u"announcing_note"_s, u"gone"_s}, {u"okButton_text"_s, u"never"_s}});
     QVERIFY(!m_host);
     TestLog::takeAll();
 }
@@ -493,8 +515,7 @@ void TestZEFUIElementInterpolation::nullsAndForgottenWidget()
 void TestZEFUIElementInterpolation::interpolationMayDeleteTheHost()
 {
     show(u"templates"_s);
-    m_host->setWindowTitle(u"%{user}"_s);
-    connect(m_host.get(), &QWidget::windowTitleChanged, this, [this] { m_host.reset(); });
+    connect(new Announcing(m_host.get()), &Announcing::noted, this, [this] { m_host.reset(); });
     ZEFDictionary dictionary{{u"user"_s, u"Ann"_s}};
     ZEFDictionaryList list;
     list.append(&dictionary);
@@ -504,10 +525,9 @@ void TestZEFUIElementInterpolation::interpolationMayDeleteTheHost()
 
 void TestZEFUIElementInterpolation::theElementMayOutliveItsHost()
 {
-    auto* host = new QWidget;
-    host->setWindowTitle(u"%{user}"_s);
+    auto* host = new Announcing;
     ZEFUIElement element(host, nullptr, u"templates"_s, u"en"_s, nullptr, 0);
-    connect(host, &QWidget::windowTitleChanged, this, [host] { delete host; });
+    connect(host, &Announcing::noted, this, [host] { delete host; });
     ZEFDictionary dictionary{{u"user"_s, u"Ann"_s}};
     ZEFDictionaryList list;
     list.append(&dictionary);

@@ -48,7 +48,6 @@ private Q_SLOTS:
     void thousandReloadsLeaveOneForm();
     void elementWithoutWidget();
     void contextIsReplacedNotDeleted();
-    void theElementMayOutliveItsHost();
     void contextDestructorMayAskTheElement();
     void cachesTranslatorsWhileAnElementLives();
     void delegateAccessors();
@@ -618,18 +617,6 @@ void TestZEFUIElementLoading::delegateAccessors()
     QCOMPARE(element.clientPID(), 1234L);
     element.setSecondary(true);
     QVERIFY(ZEFUIElementPrivate::get(&element)->secondary);
-}
-
-// The old form's end may take the host along.
-void TestZEFUIElementLoading::theElementMayOutliveItsHost()
-{
-    auto* host = new QWidget;
-    ZEFUIElement element(host, nullptr, u"labels"_s, u"en"_s, nullptr, 0);
-    connect(host->findChild<QWidget*>(u"labelsForm"_s), &QObject::destroyed, this, [host] { delete host; });
-    element.setFormPath(u"plain"_s);
-    QVERIFY(!element.widget());
-    QVERIFY(!element.loaded());
-    QCOMPARE(element.formPath(), u":/forms/labels.ui"_s);
 }
 
 ZEF_TEST_MAIN(TestZEFUIElementLoading)
