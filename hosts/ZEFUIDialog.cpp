@@ -97,6 +97,13 @@ void ZEFUIDialog::rootClosed()
     close();
 }
 
+void ZEFUIDialog::done(int result)
+{
+    // Qt goes on after each of rejected(), accepted() and finished().
+    const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+    QDialog::done(result);
+}
+
 void ZEFUIDialog::closeEvent(QCloseEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
