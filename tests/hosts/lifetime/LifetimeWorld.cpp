@@ -50,6 +50,8 @@ constexpr int mostChildren = 60;
 constexpr int mostWaiting = 40;
 constexpr int deepest = 4;
 
+LifetimeWorld* currentWorld = nullptr;
+
 Qt::MouseButton buttonFrom(const QString& name)
 {
     return name == u"right" ? Qt::RightButton : name == u"middle" ? Qt::MiddleButton : Qt::LeftButton;
@@ -215,10 +217,23 @@ private:
 
 LifetimeWorld::LifetimeWorld()
 {
+    currentWorld = this;
     qApp->installEventFilter(this);
 }
 
-LifetimeWorld::~LifetimeWorld() = default;
+LifetimeWorld::~LifetimeWorld()
+{
+    currentWorld = nullptr;
+}
+
+bool LifetimeWorld::Application::notify(QObject* receiver, QEvent* event)
+{
+    const bool movesFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
+    if (!currentWorld || !movesFocus || !receiver->isWidgetType())
+        return QApplication::notify(receiver, event);
+    const Busy busy(currentWorld, frameOf(event, receiver));
+    return QApplication::notify(receiver, event);
+}
 
 void LifetimeWorld::perform(const Operation& operation)
 {
@@ -299,8 +314,12 @@ void LifetimeWorld::heard()
     const int index = senderSignalIndex();
     if (!emitter || index < 0 || index >= emitter->metaObject()->methodCount())
         return;
+    const bool destroyed = index == staticMetaObject.indexOfSignal("destroyed(QObject*)");
+    if (destroyed)
+        m_emittingDestroyed.append(emitter);
     react(QString::fromLatin1(emitter->metaObject()->method(index).name()), emitter);
-    if (index == staticMetaObject.indexOfSignal("destroyed(QObject*)")) {
+    if (destroyed) {
+        m_emittingDestroyed.removeLast();
         m_watched.remove(emitter);
         m_added.remove(emitter);
     }
@@ -548,9 +567,11 @@ void LifetimeWorld::call(const Operation& operation, QWidget* target)
             link->keyPressByDefault(&key);
         } else if (what == u"click")
             button->click();
-        else if (what == u"popup")
+        else if (what == u"popup") {
+            // Qt goes on with the button after pressed().
+            const Busy busy(this, {button, Frame::Owners});
             button->animateClick();
-        else
+        } else
             button->setText(text);
     } else if (qobject_cast<ZEFToggleButton*>(target)) {
         QMetaObject::invokeMethod(target, what == u"click" ? "setOn" : "toggle");
@@ -793,7 +814,10 @@ QWidget* LifetimeWorld::hostOf(QObject* object)
 
 bool LifetimeWorld::isDying(const QObject* object) const
 {
-    // Its destructor has come to the base classes.
+    // Its destructor has come to QWidget, which emits destroyed() and then deletes the children, or at least
+    // to its base classes.
+    if (m_emittingDestroyed.contains(object) || object->children().contains(nullptr))
+        return true;
     const QMetaObject* meta = m_watched.value(object);
     return meta && object->metaObject() != meta;
 }
@@ -889,6 +913,20 @@ LifetimeWorld::Frame LifetimeWorld::frameOf(const Operation& operation, QWidget*
     if (verb == u"call" && !qobject_cast<QLineEdit*>(target) && !qobject_cast<QCalendarWidget*>(target))
         return {};
     return {target, Frame::Owners};
+}
+
+LifetimeWorld::Frame LifetimeWorld::frameOf(const QEvent* event, QObject* receiver)
+{
+    const bool cell = isCellOfEdit(receiver);
+    // Qt goes on with both, the widget that loses the focus and the one that gets it next.
+    if (event->type() == QEvent::FocusOut)
+        return {receiver, cell ? Frame::EverythingButEdit : Frame::Everything};
+    // A cell survives its edit, but Qt may have focused the first one through the edit, whose proxy it is.
+    if (cell)
+        return {receiver->parent(),
+                static_cast<QWidget*>(receiver->parent())->focusProxy() == receiver ? Frame::Owners
+                                                                                    : Frame::Nothing};
+    return {receiver, Frame::Owners};
 }
 
 void LifetimeWorld::erase(QWidget* target, const QObject* emitter)
