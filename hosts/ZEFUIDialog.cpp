@@ -25,6 +25,13 @@ ZEFCommandLinkButton* defaultCommandLink(const QWidget* dialog)
     return found == links.end() ? nullptr : *found;
 }
 
+//! The element that has to spare the dialog. One that was deleted on its own leaves that to the dialog's
+//! parent.
+ZEFUIElement* sparingElement(const ZEFUIDialog* dialog)
+{
+    return dialog->element() ? dialog->element() : ZEFUIElement::elementFromChild(dialog->parentWidget());
+}
+
 } // namespace
 
 ZEFUIDialog::ZEFUIDialog(const QString& form, const QString& locale, QWidget* parent, Qt::WindowFlags flags,
@@ -100,7 +107,7 @@ void ZEFUIDialog::rootClosed()
 void ZEFUIDialog::done(int result)
 {
     // Qt goes on after each of rejected(), accepted() and finished().
-    const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+    const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
     QDialog::done(result);
 }
 
@@ -108,7 +115,7 @@ void ZEFUIDialog::closeEvent(QCloseEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
     {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
         if (m_element)
             ++ZEFUIElementPrivate::get(m_element)->closeEvents;
         QDialog::closeEvent(e);
@@ -139,7 +146,7 @@ void ZEFUIDialog::keyPressEvent(QKeyEvent* e)
     if (!self)
         return;
     {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
         QDialog::keyPressEvent(e);
         if (!self || !m_element || !m_closeOnEscape || key != Qt::Key_Escape)
             return;
@@ -159,7 +166,7 @@ void ZEFUIDialog::showEvent(QShowEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
     {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
         Q_EMIT dialog_show();
     }
     if (self)
@@ -170,7 +177,7 @@ void ZEFUIDialog::hideEvent(QHideEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
     {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
         Q_EMIT dialog_hide();
     }
     if (self)

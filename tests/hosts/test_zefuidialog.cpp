@@ -40,6 +40,8 @@ private Q_SLOTS:
     void showOrHideReceiverMayClose();
     void receiverMayCloseWhileQtCloses_data();
     void receiverMayCloseWhileQtCloses();
+    void receiverMayCloseTheParentOfADialogWithoutElement_data();
+    void receiverMayCloseTheParentOfADialogWithoutElement();
     void receiverMayCloseTheParentWhileQtCloses_data();
     void receiverMayCloseTheParentWhileQtCloses();
     void closeAfterAcceptAnswers();
@@ -537,6 +539,31 @@ void TestZEFUIDialog::receiverMayCloseWhileQtCloses()
     QTRY_VERIFY(!dialog);
     QCOMPARE(answers, 1);
     QCOMPARE(contexts, 1);
+}
+
+void TestZEFUIDialog::receiverMayCloseTheParentOfADialogWithoutElement_data()
+{
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("show") << true;
+    QTest::newRow("hide") << false;
+}
+
+void TestZEFUIDialog::receiverMayCloseTheParentOfADialogWithoutElement()
+{
+    QFETCH(const bool, shown);
+    const QPointer<ZEFUIDialog> parent(makeDialog().release());
+    const QPointer<ZEFUIDialog> child(new ZEFUIDialog(u"names"_s, u"en"_s, parent, Qt::Dialog, nullptr));
+    delete child->element();
+    connect(child, shown ? &ZEFUIDialog::dialog_show : &ZEFUIDialog::dialog_hide, this, [&] {
+        parent->element()->close();
+        QVERIFY(child);
+    });
+    child->show();
+    if (!shown)
+        child->hide();
+    QVERIFY(child);
+    QTRY_VERIFY(!parent);
+    QVERIFY(!child);
 }
 
 void TestZEFUIDialog::receiverMayCloseTheParentWhileQtCloses_data()

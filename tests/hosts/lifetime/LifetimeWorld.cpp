@@ -354,10 +354,11 @@ void LifetimeWorld::run(const Operation& operation, QObject* emitter)
             std::abort();
         return;
     }
+    static const QSet<QString> runningLoops = {u"wait"_s, u"spin"_s, u"realclick"_s};
+    if (runningLoops.contains(verb) && !m_frames.isEmpty())
+        return; // nobody runs an event loop in the middle of a widget's own work
     if (verb == u"wait" || verb == u"spin") {
-        // Nobody runs an event loop in the middle of a widget's own work.
-        if (m_frames.isEmpty())
-            verb == u"wait" ? wait() : QCoreApplication::processEvents();
+        verb == u"wait" ? wait() : QCoreApplication::processEvents();
         return;
     }
     QWidget* target = widgetAt(operation.place, emitter);
@@ -556,6 +557,8 @@ void LifetimeWorld::call(const Operation& operation, QWidget* target)
             QMetaObject::invokeMethod(label, "linkActivated", Q_ARG(QString, text));
         else
             label->setText(what == u"popup" ? u"<a href='x:'>link</a>"_s : text);
+    } else if (qobject_cast<QToolButton*>(target)) {
+        return; // those of a calendar wait in menus for a user
     } else if (auto* button = qobject_cast<QAbstractButton*>(target)) {
         auto* link = qobject_cast<ZEFCommandLinkButton*>(target);
         if (what == u"toggle")
@@ -848,7 +851,8 @@ bool LifetimeWorld::mayClose(const QWidget* host, const QObject* emitter) const
         return false;
     // While Qt moves the focus or shows a window, any other form may be what it goes on with.
     const auto* element = qobject_cast<const ZEFUIElement*>(emitter);
-    return (emitter && isPartOf(element ? element->widget() : emitter, host))
+    const bool known = emitter && !m_added.contains(emitter);
+    return (known && isPartOf(element ? element->widget() : emitter, host))
         || std::none_of(m_frames.cbegin(), m_frames.cend(), [](const Frame& frame) {
                return frame.keeping == Frame::Everything || frame.keeping == Frame::EverythingButEdit;
            });
