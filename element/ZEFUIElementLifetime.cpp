@@ -41,6 +41,19 @@ bool isExactly(const QObject* object, const char* className)
     return object && object->metaObject() && qstrcmp(object->metaObject()->className(), className) == 0;
 }
 
+//! A guard that Qt deletes with the children of a widget, after it has closed its window.
+class GuardingChild : public QObject { // clazy:exclude=missing-qobject-macro
+public:
+    GuardingChild(QWidget* parent, ZEFUIElement* element)
+        : QObject(parent)
+        , m_guard(element)
+    {
+    }
+
+private:
+    const ZEFUIElementPrivate::DeletionGuard m_guard;
+};
+
 } // namespace
 
 ZEFUIElementPrivate::DeletionGuard::DeletionGuard(ZEFUIElement* element)
@@ -71,6 +84,12 @@ void ZEFUIElementPrivate::deleteHost(ZEFUIElement* element, bool later)
         return;
     }
     delete widget;
+}
+
+void ZEFUIElementPrivate::spareHostsAround(QWidget* host)
+{
+    if (ZEFUIElement* around = ZEFUIElement::elementFromChild(host->parentWidget()))
+        new GuardingChild(host, around);
 }
 
 bool ZEFUIElementPrivate::isGuarded() const

@@ -54,6 +54,7 @@ ZEFUIDialog::ZEFUIDialog(QDialog* parent, Qt::WindowFlags flags, ZEFPipeFacility
 ZEFUIDialog::~ZEFUIDialog()
 {
     delete m_element;
+    ZEFUIElementPrivate::spareHostsAround(this);
 }
 
 ZEFUIDialog* ZEFUIDialog::create(const QString& form, const QString& locale, QWidget* parent,

@@ -271,7 +271,8 @@ public:
      * that moment, or has closed it already, or while an operation of this class writes to the form, or in a
      * slot of a signal of the form's widgets (other than clicked()), the client is answered just as
      * well, and the deletion waits for about a millisecond. For widgets that were added to the form after it
-     * was loaded that does not hold, nor for destroyed(): use deleteLater() of the host there.
+     * was loaded that does not hold, nor for those of a child whose element was deleted on its own, nor for
+     * destroyed(): use deleteLater() of the host there.
      */
     void close();
     //! bringToFront(true)

@@ -129,6 +129,8 @@ private Q_SLOTS:
     void closeWaitsWhileQtWorksWithAButton();
     void closeWaitsForAChildThatIsBeingShown();
     void closeWaitsForASignalOfAChildsForm();
+    void closeWaitsForAChildThatDies_data();
+    void closeWaitsForAChildThatDies();
     void slotOfAFormWidgetMayClose_data();
     void slotOfAFormWidgetMayClose();
     void slotOfDestroyedMayUseTheForm_data();
@@ -580,6 +582,37 @@ void TestZEFUIElementLifetime::closeWaitsForASignalOfAChildsForm()
     QVERIFY(edit);
     QTRY_VERIFY(!host);
     QVERIFY(!edit);
+}
+
+void TestZEFUIElementLifetime::closeWaitsForAChildThatDies_data()
+{
+    QTest::addColumn<bool>("dialog");
+    QTest::newRow("dialog") << true;
+    QTest::newRow("widget") << false;
+}
+
+void TestZEFUIElementLifetime::closeWaitsForAChildThatDies()
+{
+    QFETCH(const bool, dialog);
+    const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"labels"_s, u"en"_s, nullptr, Qt::Window, nullptr));
+    QWidget* child = nullptr;
+    if (dialog)
+        child = new ZEFUIDialog(u"names"_s, u"en"_s, host, Qt::Dialog, nullptr);
+    else
+        child = new ZEFUIWidget(u"names"_s, u"en"_s, host, Qt::Window, nullptr);
+    child->show();
+    child->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(child));
+    auto* edit = child->findChild<QLineEdit*>(u"nameEdit"_s);
+    edit->setFocus();
+    QTRY_VERIFY(edit->hasFocus());
+    FormCloser closer(host->element());
+    // Qt moves the focus when the child's window goes.
+    connect(edit, &QLineEdit::editingFinished, &closer, &FormCloser::close);
+    delete child;
+    QVERIFY(closer.closed);
+    QVERIFY(host);
+    QTRY_VERIFY(!host);
 }
 
 void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose_data()
