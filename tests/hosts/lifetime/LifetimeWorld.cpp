@@ -136,7 +136,12 @@ bool belongsToQt(const QObject* object)
 
 bool isCellOfEdit(const QObject* object)
 {
-    return qobject_cast<const ZEFFormatCell*>(object) && qobject_cast<const ZEFFormatEdit*>(object->parent());
+    const auto* edit = object ? qobject_cast<const ZEFFormatEdit*>(object->parent()) : nullptr;
+    for (int i = 0; edit && i < edit->lineEditCount(); ++i) {
+        if (edit->editor(i) == object)
+            return true;
+    }
+    return false;
 }
 
 bool isPartOf(const QObject* object, const QObject* whole)
@@ -396,6 +401,10 @@ void LifetimeWorld::input(const Operation& operation, QWidget* target)
         return;
     const QPointer<QWidget> guard(target);
     const QString& verb = operation.verb;
+    // Escape deletes a widget host at once.
+    const bool escapes = verb == u"escape" || (verb == u"key" && operation.argument(0) == u"Escape");
+    if (escapes && qobject_cast<ZEFUIWidget*>(hostOf(target)) && !mayDelete(hostOf(target)))
+        return;
     const Qt::MouseButton button = buttonFrom(operation.argument(0));
     if (verb == u"press" || verb == u"click")
         sendMouse(target, QEvent::MouseButtonPress, button, button, operation.argument(1));
@@ -697,6 +706,11 @@ template <class Host> void LifetimeWorld::adopt(Host* host, const std::shared_pt
 
 void LifetimeWorld::add(const QString& kind, QWidget* parent)
 {
+    // Nothing can be added to what has left Qt's chain of the focus.
+    for (const QWidget* around = parent; around; around = around->parentWidget()) {
+        if (isDying(around))
+            return;
+    }
     if (belongsToQt(parent) || qobject_cast<QLineEdit*>(parent) || qobject_cast<QCalendarWidget*>(parent)
         || widgetsBelow(parent->window()).size() > mostChildren)
         return;
@@ -705,7 +719,8 @@ void LifetimeWorld::add(const QString& kind, QWidget* parent)
         added = new ZEFToggleButton(parent);
     } else if (kind == u"commandlink") {
         auto* link = new ZEFCommandLinkButton(parent);
-        link->setDefault(true);
+        if (!isDestroying()) // or Qt's dialog would search what is being deleted for another default button
+            link->setDefault(true);
         added = link;
     } else if (kind == u"stdbutton") {
         added = new ZEFLightStdButton(parent);
@@ -833,7 +848,8 @@ bool LifetimeWorld::isDestroying() const
 
 bool LifetimeWorld::mayDelete(const QObject* object) const
 {
-    if (isDying(object) || belongsToQt(object))
+    // Whatever is going on, a cell of an edit may be at work in it.
+    if (isDying(object) || belongsToQt(object) || (isCellOfEdit(object) && !m_frames.isEmpty()))
         return false;
     for (const Frame& frame : m_frames) {
         if (frame.keeps(object))
@@ -842,17 +858,31 @@ bool LifetimeWorld::mayDelete(const QObject* object) const
     return true;
 }
 
+bool LifetimeWorld::isUnwatched(const QObject* object) const
+{
+    if (m_added.contains(object))
+        return true;
+    for (const QObject* around = object; around; around = around->parent()) {
+        const auto* widget = qobject_cast<const ZEFUIWidget*>(around);
+        const auto* dialog = qobject_cast<const ZEFUIDialog*>(around);
+        // A host without an element still looks after itself.
+        if (widget || dialog)
+            return around != object && !(widget ? widget->element() : dialog->element());
+    }
+    return false;
+}
+
 bool LifetimeWorld::mayClose(const QWidget* host, const QObject* emitter) const
 {
-    // Qt is in the middle of deleting a part of the form, or the element does not know the widget.
+    // Qt is in the middle of deleting a part of the form, or of a signal that no element hears.
     if (isDestroying() || std::any_of(m_frames.cbegin(), m_frames.cend(), [this](const Frame& frame) {
-            return frame.object && m_added.contains(frame.object);
+            return frame.object && isUnwatched(frame.object);
         }))
         return false;
     // While Qt moves the focus or shows a window, any other form may be what it goes on with.
     const auto* element = qobject_cast<const ZEFUIElement*>(emitter);
-    const bool known = emitter && !m_added.contains(emitter);
-    return (known && isPartOf(element ? element->widget() : emitter, host))
+    const QObject* widget = element ? element->widget() : emitter;
+    return (isPartOf(widget, host) && !isUnwatched(widget))
         || std::none_of(m_frames.cbegin(), m_frames.cend(), [](const Frame& frame) {
                return frame.keeping == Frame::Everything || frame.keeping == Frame::EverythingButEdit;
            });

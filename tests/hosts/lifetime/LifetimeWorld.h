@@ -105,6 +105,8 @@ private:
     static QWidget* hostOf(QObject* object);
     bool isDying(const QObject* object) const;
     bool isDestroying() const;
+    //! Whether no element hears the signals of a widget: it was added, or the element was deleted on its own.
+    bool isUnwatched(const QObject* object) const;
     bool mayDelete(const QObject* object) const;
     bool mayClose(const QWidget* host, const QObject* emitter) const;
     Frame frameOf(const QString& signal, QObject* emitter) const;
