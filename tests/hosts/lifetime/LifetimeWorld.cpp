@@ -580,8 +580,8 @@ void LifetimeWorld::call(const Operation& operation, QWidget* target)
         } else if (what == u"click")
             button->click();
         else if (what == u"popup") {
-            // Qt goes on with the button after pressed().
-            const Busy busy(this, {button, Frame::Owners});
+            // Qt goes on with the button after pressed(), also when a slot of it clicks the button.
+            const Busy busy(this, {button, Frame::Everything});
             button->animateClick();
         } else
             button->setText(text);
@@ -880,12 +880,15 @@ bool LifetimeWorld::mayClose(const QWidget* host, const QObject* emitter) const
         }))
         return false;
     // While Qt moves the focus or shows a window, any other form may be what it goes on with.
+    if (isPartOf(emitter, host) && !isUnwatched(emitter))
+        return true;
     const auto* element = qobject_cast<const ZEFUIElement*>(emitter);
-    const QObject* widget = element ? element->widget() : emitter;
-    return (isPartOf(widget, host) && !isUnwatched(widget))
-        || std::none_of(m_frames.cbegin(), m_frames.cend(), [](const Frame& frame) {
-               return frame.keeping == Frame::Everything || frame.keeping == Frame::EverythingButEdit;
-           });
+    const bool ofTheHost = element && element->widget() == host;
+    return std::none_of(m_frames.cbegin(), m_frames.cend(), [&](const Frame& frame) {
+        const bool keepsForms =
+            frame.keeping == Frame::Everything || frame.keeping == Frame::EverythingButEdit;
+        return keepsForms && !(ofTheHost && (!frame.object || isPartOf(frame.object, host)));
+    });
 }
 
 LifetimeWorld::Frame LifetimeWorld::frameOf(const QString& signal, QObject* emitter) const
