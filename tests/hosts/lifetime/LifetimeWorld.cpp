@@ -907,8 +907,8 @@ LifetimeWorld::Frame LifetimeWorld::frameOf(const QString& signal, QObject* emit
 
     if (!emitter) // the delegate
         return {};
-    if (signal == u"destroyed")
-        return {emitter, Frame::Everything, true};
+    if (signal == u"destroyed") // of what no QPointer can hold any more
+        return {nullptr, Frame::Everything, true};
     if (isCellOfEdit(emitter))
         return {emitter, whileFocusMoves.contains(signal) ? Frame::EverythingButEdit : Frame::Itself};
     if (whileFocusMoves.contains(signal) || whileClosing.contains(signal))

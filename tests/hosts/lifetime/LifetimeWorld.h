@@ -42,7 +42,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     //! The world learns from it which events are being handled.
-    class Application : public QApplication {
+    class Application : public QApplication { // clazy:exclude=missing-qobject-macro
     public:
         using QApplication::QApplication;
         bool notify(QObject* receiver, QEvent* event) override;
