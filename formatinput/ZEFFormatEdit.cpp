@@ -443,6 +443,8 @@ void ZEFFormatEdit::forgetCell(const QObject* cell)
 {
     if (m_cells.removeIf([cell](const QObject* other) { return other == cell; }) == 0)
         return;
+    // Its number is that of another cell from now on.
+    QObject::disconnect(cell, nullptr, this, nullptr);
     ++m_generation;
     for (qsizetype i = 0; i < m_cells.size(); ++i)
         m_cells.at(i)->setId(static_cast<int>(i));

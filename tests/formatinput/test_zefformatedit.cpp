@@ -1857,6 +1857,9 @@ void TestZEFFormatEdit::forgetsCellsThatOthersDelete()
     const std::unique_ptr<ZEFFormatCell> taken(edit->editor(0));
     taken->setParent(nullptr);
     QCOMPARE(edit->lineEditCount(), 1);
+    QSignalSpy changes(edit.get(), &ZEFFormatEdit::textChanged);
+    taken->setText(u"ab"_s);
+    QCOMPARE(changes.count(), 0);
 }
 
 void TestZEFFormatEdit::forgetsACellBeforeItIsDestroyed()
