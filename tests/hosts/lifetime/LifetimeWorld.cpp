@@ -470,6 +470,7 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
         // Hosts keep the parent that they were made with; their elements form a tree.
         if (!m_hosts.contains(target) && parent && !isPartOf(parent, target) && !belongsToQt(target)
             && !belongsToQt(parent) && !isDying(parent)) {
+            const Busy receiving(this, {parent, Frame::Owners});
             markAdded(target); // its former form's element still listens to it, the new one's does not
             target->setParent(parent);
         }
