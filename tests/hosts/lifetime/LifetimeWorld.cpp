@@ -451,6 +451,9 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
 {
     const QPointer<QWidget> guard(target);
     const QString& verb = operation.verb;
+    // Qt would paint what is half destroyed too, or give it the focus.
+    if (isDestroying() && (verb == u"paint" || verb == u"show"))
+        return;
     const Busy busy(this, frameOf(operation, target));
     if (verb == u"focus") {
         target->setFocus();
