@@ -15,10 +15,16 @@ bool isOfTheLibrary(const QMetaMethod& signal)
     return declaring != &ZEFFormatCell::staticMetaObject && qstrncmp(declaring->className(), "ZEF", 3) == 0;
 }
 
-bool isOfAClick(const QMetaMethod& signal)
+//! Whether a click on \a button unchecks \a other first.
+bool isExclusiveWith(const QAbstractButton* button, const QObject* other)
 {
-    const QByteArray name = signal.name();
-    return name == "clicked" || name == "pressed" || name == "released";
+    const auto* rival = qobject_cast<const QAbstractButton*>(other);
+    if (!rival)
+        return false;
+    if (button->group() || rival->group())
+        return button->group() == rival->group();
+    return button->autoExclusive() && rival->autoExclusive()
+        && button->parentWidget() == rival->parentWidget();
 }
 
 } // namespace
@@ -26,6 +32,7 @@ bool isOfAClick(const QMetaMethod& signal)
 void SignalWatch::watch(QWidget* widget)
 {
     static const int heardSlot = staticMetaObject.indexOfSlot("heard()");
+    static const int pushedSlot = staticMetaObject.indexOfSlot("pushed()");
     static const int clickedSlot = staticMetaObject.indexOfSlot("clicked()");
     const bool isButton = qobject_cast<QAbstractButton*>(widget);
     const QMetaObject* meta = widget->metaObject();
@@ -34,7 +41,12 @@ void SignalWatch::watch(QWidget* widget)
         if (method.methodType() != QMetaMethod::Signal || (method.attributes() & QMetaMethod::Cloned)
             || isOfTheLibrary(method))
             continue;
-        const int slot = isButton && isOfAClick(method) ? clickedSlot : heardSlot;
+        const QByteArray name = method.name();
+        int slot = heardSlot;
+        if (isButton && name == "clicked")
+            slot = clickedSlot;
+        else if (isButton && (name == "pressed" || name == "released"))
+            slot = pushedSlot;
         QMetaObject::connect(widget, index, this, slot, Qt::DirectConnection | Qt::UniqueConnection);
     }
 }
@@ -46,9 +58,10 @@ void SignalWatch::forget()
 
 void SignalWatch::heard()
 {
-    m_emitter = sender();
+    m_latest = sender();
     if (m_emission)
         return;
+    m_first = m_latest;
     m_emission = new QObject(this);
     // Not by an event loop that a slot of the signal runs.
     if (QThread::currentThread()->loopLevel() > 0)
@@ -57,9 +70,16 @@ void SignalWatch::heard()
         QMetaObject::invokeMethod(this, &SignalWatch::forget, Qt::QueuedConnection);
 }
 
+void SignalWatch::pushed()
+{
+    if (!m_emission)
+        heard();
+}
+
 void SignalWatch::clicked()
 {
-    // Its toggled() came before and has ended.
-    if (m_emitter == sender())
+    // What belongs to the click came before and has ended; a signal whose slot clicks the button has not.
+    const auto* button = static_cast<const QAbstractButton*>(sender());
+    if (m_latest == button && (m_first == button || isExclusiveWith(button, m_first)))
         forget();
 }

@@ -11,7 +11,9 @@ class QWidget;
  * form must not have it deleted at once. Nothing tells when Qt is done; what is sure is that it is when
  * control is back in the event loop.
  *
- * Clicks and the signals of the library's own widgets do not count: their receivers may delete the sender.
+ * clicked() and the signals of the library's own widgets do not count: their receivers may delete the sender.
+ * pressed() and released() do: Qt goes on after them in animateClick(), as a shortcut calls it, and when a
+ * pressed button loses the focus.
  */
 class SignalWatch : public QObject {
     Q_OBJECT
@@ -24,10 +26,12 @@ public:
 
 private Q_SLOTS:
     void heard();
+    void pushed();
     void clicked();
 
 private:
     //! Lives until control is back in the event loop.
     QPointer<QObject> m_emission;
-    QPointer<QObject> m_emitter;
+    QPointer<QObject> m_first;
+    QPointer<QObject> m_latest;
 };

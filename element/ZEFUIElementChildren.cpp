@@ -106,7 +106,7 @@ bool ZEFUIElement::setChildProperties(const QString& property, const QPixmap& pi
         return false;
     const ZEFUIElementPrivate::DeletionGuard guard(this);
     const QByteArray name = property.toLocal8Bit();
-    const QList<QWidget*> found = d->widget->findChildren<QWidget*>();
+    const QList<QWidget*> found = descendants<QWidget>(d->widget);
     const QList<QPointer<QWidget>> widgets(found.cbegin(), found.cend());
     for (const QPointer<QWidget>& widget : widgets) {
         if (!widget)

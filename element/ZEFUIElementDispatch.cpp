@@ -147,15 +147,16 @@ void ZEFUIElement::connectWidgetTree(bool connect, QWidget* root)
             QObject::disconnect(sender, signal, receiver, slot);
     };
 
-    for (const QPointer<QWidget>& widget : guarded(d->widget->findChildren<QWidget*>())) {
+    for (const QPointer<QWidget>& widget : guarded(descendants<QWidget>(d->widget))) {
         if (!widget)
             continue;
+        // before the dispatch of the click, which ends what the watch has heard of it
+        if (connect)
+            d->signalWatch.watch(widget);
         if (hasClicked(widget))
             wire(widget, "2clicked(bool)", d->widget, "1clicked(bool)");
         if (widget->objectName() == u"close")
             wire(widget, "2clicked()", d->widget, "1rootClosed()");
-        if (connect)
-            d->signalWatch.watch(widget);
         setWidgetStyleSheet(widget, QString());
         if (!self || !d->widget)
             return;
@@ -194,7 +195,7 @@ void ZEFUIElement::connectSlotsByName(QObject* receiver)
 {
     if (!d->widget || !receiver)
         return;
-    const QObjectList candidates = d->widget->findChildren<QObject*>();
+    const QObjectList candidates = descendants<QObject>(d->widget);
     const QMetaObject* meta = receiver->metaObject();
     for (int index = meta->methodOffset(); index < meta->methodCount(); ++index) {
         const QByteArray slot = meta->method(index).methodSignature();

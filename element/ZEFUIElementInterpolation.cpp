@@ -3,6 +3,7 @@
 #include "ZEFUIElementPrivate.h"
 
 #include "debugOutput.h"
+#include "widgetLookup.h"
 
 #include <ZEFBase.h>
 #include <ZEFDictionary.h>
@@ -60,7 +61,7 @@ private:
         if (!m_host)
             return;
         m_host->installEventFilter(this);
-        for (QObject* object : m_host->findChildren<QObject*>()) {
+        for (QObject* object : descendants<QObject>(m_host)) {
             object->installEventFilter(this);
             if (auto* widget = qobject_cast<QWidget*>(object)) {
                 disconnect(widget, &QObject::objectNameChanged, this, nullptr);
@@ -133,7 +134,7 @@ void ZEFUIElement::interpolate(const ZEFDictionaryList& dictionaries)
     d->interpolateWidget(this, host, dictionaries, stringProperties);
     if (!self || !host)
         return;
-    const QList<QWidget*> found = host->findChildren<QWidget*>();
+    const QList<QWidget*> found = descendants<QWidget>(host);
     const QList<QPointer<QWidget>> widgets(found.cbegin(), found.cend());
     for (const QPointer<QWidget>& widget : widgets) {
         if (!widget)

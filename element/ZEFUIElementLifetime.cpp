@@ -21,7 +21,6 @@
 
 #include <QtCore/QScopeGuard>
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -41,6 +40,19 @@ bool isExactly(const QObject* object, const char* className)
 {
     return object && object->metaObject() && qstrcmp(object->metaObject()->className(), className) == 0;
 }
+
+//! A guard that Qt deletes with the children of a widget, after it has closed its window.
+class GuardingChild : public QObject { // clazy:exclude=missing-qobject-macro
+public:
+    GuardingChild(QWidget* parent, ZEFUIElement* element)
+        : QObject(parent)
+        , m_guard(element)
+    {
+    }
+
+private:
+    const ZEFUIElementPrivate::DeletionGuard m_guard;
+};
 
 } // namespace
 
@@ -74,12 +86,37 @@ void ZEFUIElementPrivate::deleteHost(ZEFUIElement* element, bool later)
     delete widget;
 }
 
+void ZEFUIElementPrivate::spareHostsAround(QWidget* host)
+{
+    if (ZEFUIElement* around = ZEFUIElement::elementFromChild(host->parentWidget()))
+        new GuardingChild(host, around);
+}
+
 bool ZEFUIElementPrivate::isGuarded() const
 {
-    // The hosts of child elements are deleted together with this one's.
-    return deletionGuards > 0
-        || std::any_of(childElements.cbegin(), childElements.cend(),
-                       [](const ZEFUIElement* child) { return get(child)->isGuarded(); });
+    return anyDeletedTogether([](const ZEFUIElementPrivate& element) { return element.deletionGuards > 0; });
+}
+
+bool ZEFUIElementPrivate::isSignalling() const
+{
+    return anyDeletedTogether(
+        [](const ZEFUIElementPrivate& element) { return element.signalWatch.isSignalling(); });
+}
+
+template <class Predicate> bool ZEFUIElementPrivate::anyDeletedTogether(const Predicate& predicate) const
+{
+    QList<const ZEFUIElementPrivate*> elements = {this};
+    for (qsizetype i = 0; i < elements.size(); ++i) {
+        if (predicate(*elements.at(i)))
+            return true;
+        for (const ZEFUIElement* child : elements.at(i)->childElements) {
+            // Elements may form a ring, and one that was added by hand stays in the list until it is gone.
+            const ZEFUIElementPrivate* next = get(child);
+            if (next && !elements.contains(next))
+                elements.append(next);
+        }
+    }
+    return false;
 }
 
 ZEFUIElement::~ZEFUIElement()
@@ -178,7 +215,7 @@ void ZEFUIElement::close()
     // Qt delivers no close event while it is closing or hiding the host, nor after a dialog was accepted
     // or rejected. Nobody would answer then, and Qt may still work with the host further up the stack.
     const bool unheard = d->answer && d->closeEvents == closeEventsBefore;
-    const bool inTheMiddle = unheard || d->signalWatch.isSignalling();
+    const bool inTheMiddle = unheard || d->isSignalling();
     setClosing(true);
     if (self && unheard && !wasClosing)
         d->answer();

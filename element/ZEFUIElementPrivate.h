@@ -49,6 +49,13 @@ public:
 
     //! Whether a DeletionGuard lives for the element or for one whose host would be deleted with its own.
     bool isGuarded() const;
+    //! Whether Qt may be in the middle of a signal of the form, or of one that would be deleted with it.
+    bool isSignalling() const;
+    /*!
+     * Called by the destructor of \a host: keeps the hosts around it until it is gone. Qt closes its window
+     * and moves the focus away from it first, and slots of that may close them.
+     */
+    static void spareHostsAround(QWidget* host);
     //! Deletes the host, or has destroy() called in a millisecond while it must not be deleted.
     void deleteHost(ZEFUIElement* element, bool later);
 
@@ -84,4 +91,5 @@ public:
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFUIElementPrivate)
+    template <class Predicate> bool anyDeletedTogether(const Predicate& predicate) const;
 };

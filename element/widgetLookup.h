@@ -4,20 +4,66 @@
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
-//! Qt takes a null name for "any name"; a name of a form that is empty means widgets without a name.
-inline QString exactName(const QString& name)
+/*!
+ * The children of \a parent that are there to be looked at. QObject::findChildren() crashes while some of
+ * them are being deleted, and a slot of destroyed() may well ask the form for its other widgets: what is
+ * deleting its children counts as gone already.
+ */
+inline QObjectList livingChildren(const QObject* parent)
 {
-    return name.isNull() ? QString(QLatin1String("")) : name;
+    const auto isDeletingChildren = [](const QObject* object) {
+        return object->children().contains(nullptr);
+    };
+    if (isDeletingChildren(parent))
+        return {};
+    QObjectList living = parent->children();
+    living.removeIf(isDeletingChildren);
+    return living;
 }
 
-//! All widgets of that name below \a host, in Qt's child order; none when \a host is null.
+template <class Type> void appendDescendants(const QObject* parent, QList<Type*>& found)
+{
+    for (QObject* child : livingChildren(parent)) {
+        if (auto* descendant = qobject_cast<Type*>(child))
+            found.append(descendant);
+        appendDescendants(child, found);
+    }
+}
+
+//! Every \a Type below \a parent, in the order of findChildren().
+template <class Type> QList<Type*> descendants(const QObject* parent)
+{
+    QList<Type*> found;
+    appendDescendants(parent, found);
+    return found;
+}
+
+//! All widgets of that name below \a host, in the order of findChildren(); none when \a host is null. An
+//! empty name means widgets without a name.
 inline QList<QWidget*> widgetsNamed(const QWidget* host, const QString& name)
 {
-    return host ? host->findChildren<QWidget*>(exactName(name)) : QList<QWidget*>();
+    if (!host)
+        return {};
+    QList<QWidget*> widgets = descendants<QWidget>(host);
+    widgets.removeIf([&name](const QWidget* widget) { return widget->objectName() != name; });
+    return widgets;
 }
 
-//! The first widget of that name below \a host; null when there is none.
-inline QWidget* firstWidgetNamed(const QWidget* host, const QString& name)
+//! The widget of that name that findChild() takes, which asks all children before their children; null when
+//! \a parent is null or there is none.
+inline QWidget* firstWidgetNamed(const QObject* parent, const QString& name)
 {
-    return host ? host->findChild<QWidget*>(exactName(name)) : nullptr;
+    if (!parent)
+        return nullptr;
+    const QObjectList children = livingChildren(parent);
+    for (QObject* child : children) {
+        auto* widget = qobject_cast<QWidget*>(child);
+        if (widget && widget->objectName() == name)
+            return widget;
+    }
+    for (const QObject* child : children) {
+        if (QWidget* widget = firstWidgetNamed(child, name))
+            return widget;
+    }
+    return nullptr;
 }

@@ -1,5 +1,7 @@
 #include <ZEFFormatCell.h>
 
+#include <ZEFFormatEdit.h>
+
 #include "CoercionPool.h"
 #include "CoercionSearch.h"
 #include "RetiredCells.h"
@@ -155,6 +157,9 @@ ZEFFormatCell::~ZEFFormatCell()
 {
     if (m_retired)
         RetiredCells::instance().remove(this);
+    // Slots of destroyed() may use the edit while it still has this child.
+    else if (auto* edit = qobject_cast<ZEFFormatEdit*>(parentWidget()))
+        edit->forgetCell(this);
 }
 
 int ZEFFormatCell::id() const

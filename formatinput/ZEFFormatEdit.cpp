@@ -438,14 +438,21 @@ void ZEFFormatEdit::restoreFocus()
 
 void ZEFFormatEdit::childEvent(QChildEvent* e)
 {
-    // A cell that somebody else deletes or takes away.
-    if (e->removed() && m_cells.removeIf([e](const QObject* cell) { return cell == e->child(); }) > 0) {
-        ++m_generation;
-        for (qsizetype i = 0; i < m_cells.size(); ++i)
-            m_cells.at(i)->setId(static_cast<int>(i));
-        setFocusProxy(m_cells.value(0));
-    }
+    if (e->removed())
+        forgetCell(e->child());
     QWidget::childEvent(e);
+}
+
+void ZEFFormatEdit::forgetCell(const QObject* cell)
+{
+    if (m_cells.removeIf([cell](const QObject* other) { return other == cell; }) == 0)
+        return;
+    // Its number is that of another cell from now on.
+    QObject::disconnect(cell, nullptr, this, nullptr);
+    ++m_generation;
+    for (qsizetype i = 0; i < m_cells.size(); ++i)
+        m_cells.at(i)->setId(static_cast<int>(i));
+    setFocusProxy(m_cells.value(0));
 }
 
 void ZEFFormatEdit::clearCells()

@@ -25,6 +25,13 @@ ZEFCommandLinkButton* defaultCommandLink(const QWidget* dialog)
     return found == links.end() ? nullptr : *found;
 }
 
+//! The element that has to spare the dialog. One that was deleted on its own leaves that to the dialog's
+//! parent.
+ZEFUIElement* sparingElement(const ZEFUIDialog* dialog)
+{
+    return dialog->element() ? dialog->element() : ZEFUIElement::elementFromChild(dialog->parentWidget());
+}
+
 } // namespace
 
 ZEFUIDialog::ZEFUIDialog(const QString& form, const QString& locale, QWidget* parent, Qt::WindowFlags flags,
@@ -47,6 +54,7 @@ ZEFUIDialog::ZEFUIDialog(QDialog* parent, Qt::WindowFlags flags, ZEFPipeFacility
 ZEFUIDialog::~ZEFUIDialog()
 {
     delete m_element;
+    ZEFUIElementPrivate::spareHostsAround(this);
 }
 
 ZEFUIDialog* ZEFUIDialog::create(const QString& form, const QString& locale, QWidget* parent,
@@ -97,11 +105,18 @@ void ZEFUIDialog::rootClosed()
     close();
 }
 
+void ZEFUIDialog::done(int result)
+{
+    // Qt goes on after each of rejected(), accepted() and finished().
+    const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
+    QDialog::done(result);
+}
+
 void ZEFUIDialog::closeEvent(QCloseEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
     {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
         if (m_element)
             ++ZEFUIElementPrivate::get(m_element)->closeEvents;
         QDialog::closeEvent(e);
@@ -132,7 +147,7 @@ void ZEFUIDialog::keyPressEvent(QKeyEvent* e)
     if (!self)
         return;
     {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
         QDialog::keyPressEvent(e);
         if (!self || !m_element || !m_closeOnEscape || key != Qt::Key_Escape)
             return;
@@ -152,7 +167,7 @@ void ZEFUIDialog::showEvent(QShowEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
     {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
         Q_EMIT dialog_show();
     }
     if (self)
@@ -163,7 +178,7 @@ void ZEFUIDialog::hideEvent(QHideEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
     {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
         Q_EMIT dialog_hide();
     }
     if (self)

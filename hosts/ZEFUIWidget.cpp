@@ -24,6 +24,7 @@ ZEFUIWidget::ZEFUIWidget(QWidget* parent, Qt::WindowFlags flags, ZEFPipeFacility
 ZEFUIWidget::~ZEFUIWidget()
 {
     delete m_element;
+    ZEFUIElementPrivate::spareHostsAround(this);
 }
 
 ZEFUIWidget* ZEFUIWidget::create(const QString& form, const QString& locale, QWidget* parent,

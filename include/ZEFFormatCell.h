@@ -34,7 +34,8 @@ class CoercionPool;
  * that its edit drops leaves the edit at once and sends no signals any more. It is deleted when control
  * is back in an event loop of the level in which it was made or used first; a cell that was made before
  * the application's event loop is deleted when the application ends, if not before.
- * A receiver that wants to delete a cell itself uses deleteLater().
+ * A receiver that wants to delete a cell itself uses deleteLater(), and so does one that wants to delete the
+ * edit while its first cell gets the focus: Qt may be focusing the edit, for which that cell stands.
  */
 class ZEFUI_EXPORT ZEFFormatCell : public QLineEdit {
     Q_OBJECT

@@ -185,8 +185,11 @@ protected:
 private:
     Q_DISABLE_COPY_MOVE(ZEFFormatEdit)
     friend class FormatEditBuilder;
+    friend class ZEFFormatCell;
 
     void clearCells();
+    //! Forgets a cell that somebody else deletes or takes away.
+    void forgetCell(const QObject* cell);
     void focusCell(int index, int cursor, QKeyEvent* e);
     void setMargin(void (QMargins::*set)(int), int margin);
 

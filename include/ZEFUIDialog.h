@@ -62,6 +62,8 @@ public:
 
     //! Emits dialog_clicked() for every release of a mouse button that reaches the dialog itself.
     void mouseReleaseEvent(QMouseEvent* e) override;
+    //! As QDialog's; a form that is closed meanwhile is deleted afterwards.
+    void done(int result) override;
 
 Q_SIGNALS:
     /*!

@@ -269,9 +269,10 @@ public:
      * Closes the host, which answers the client, and deletes it at once and with it this element. Nothing
      * of the form may be touched afterwards. When Qt is closing, hiding or showing the host or a child's at
      * that moment, or has closed it already, or while an operation of this class writes to the form, or in a
-     * slot of a signal of the form's widgets (other than a click), the client is answered just as
+     * slot of a signal of the form's widgets (other than clicked()), the client is answered just as
      * well, and the deletion waits for about a millisecond. For widgets that were added to the form after it
-     * was loaded that does not hold, nor for destroyed(): use deleteLater() of the host there.
+     * was loaded that does not hold, nor for those of a child whose element was deleted on its own, nor for
+     * destroyed(): use deleteLater() of the host there.
      */
     void close();
     //! bringToFront(true)

@@ -10,6 +10,7 @@
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QRadioButton>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +20,10 @@ class TestSignalWatch : public ZEFTest {
 private Q_SLOTS:
     void hearsSignalsOfQtsWidgets();
     void passesOverClicks();
+    void passesOverAClickThatUnchecksAnother();
+    void goesOnWhenASlotClicks();
+    void hearsWhatAButtonAnnouncesBeforeItsClick_data();
+    void hearsWhatAButtonAnnouncesBeforeItsClick();
     void passesOverTheLibrarysOwnSignals();
     void hearsCells();
     void endsWithTheTurnOfTheEventLoop();
@@ -60,6 +65,64 @@ void TestSignalWatch::passesOverClicks()
     box.click();
     QVERIFY(duringToggle);
     QVERIFY(!during);
+}
+
+void TestSignalWatch::passesOverAClickThatUnchecksAnother()
+{
+    QWidget form;
+    QRadioButton checked(&form);
+    QRadioButton clicked(&form);
+    checked.setChecked(true);
+    SignalWatch watch;
+    watch.watch(&checked);
+    watch.watch(&clicked);
+    bool duringToggle = false;
+    bool during = true;
+    connect(&checked, &QRadioButton::toggled, this, [&] { duringToggle = watch.isSignalling(); });
+    connect(&clicked, &QRadioButton::clicked, this, [&] { during = watch.isSignalling(); });
+    QTest::keyPress(&clicked, Qt::Key_Space);
+    watch.forget();
+    QTest::keyRelease(&clicked, Qt::Key_Space);
+    QVERIFY(duringToggle);
+    QVERIFY(!during);
+}
+
+void TestSignalWatch::goesOnWhenASlotClicks()
+{
+    QLineEdit edit;
+    QCheckBox box;
+    SignalWatch watch;
+    watch.watch(&edit);
+    watch.watch(&box);
+    bool during = false;
+    connect(&edit, &QLineEdit::textChanged, &box, &QCheckBox::click);
+    connect(&box, &QCheckBox::clicked, this, [&] { during = watch.isSignalling(); });
+    edit.setText(u"a"_s);
+    QVERIFY(during);
+}
+
+void TestSignalWatch::hearsWhatAButtonAnnouncesBeforeItsClick_data()
+{
+    QTest::addColumn<bool>("press");
+    QTest::newRow("pressed") << true;
+    QTest::newRow("released") << false;
+}
+
+void TestSignalWatch::hearsWhatAButtonAnnouncesBeforeItsClick()
+{
+    QFETCH(const bool, press);
+    QPushButton button;
+    SignalWatch watch;
+    watch.watch(&button);
+    bool during = false;
+    connect(&button, press ? &QPushButton::pressed : &QPushButton::released, this,
+            [&] { during = watch.isSignalling(); });
+    if (!press) {
+        button.setDown(true);
+        watch.forget();
+    }
+    button.click();
+    QVERIFY(during);
 }
 
 void TestSignalWatch::passesOverTheLibrarysOwnSignals()

@@ -6,6 +6,8 @@
 #include <platform/ForegroundWindow.h>
 
 #include <QtCore/QElapsedTimer>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
@@ -27,6 +29,23 @@ class OkDelegate : public QObject {
 
 public Q_SLOTS:
     void okButton() { }
+};
+
+//! Closes the form when its button is clicked.
+class ClosingDelegate : public QObject {
+    Q_OBJECT
+
+public:
+    explicit ClosingDelegate(ZEFUIElement* element)
+        : m_element(element)
+    {
+    }
+
+public Q_SLOTS:
+    void okButton_clicked(ZEFPipeFacilityInvocationContext*) { m_element->close(); }
+
+private:
+    QPointer<ZEFUIElement> m_element;
 };
 
 //! A host that runs something when the tick resizes or moves it.
@@ -89,6 +108,7 @@ private Q_SLOTS:
     void removedChildOutlivesItsFormerParent();
     void childOfTwoParents();
     void ringOfElements();
+    void ringOfElementsIsClosed();
     void parentHostDeletedWhileChildHostIsOpen();
     void elementMayDieBeforeItsHost();
     void setClosingWithTheHost();
@@ -104,9 +124,17 @@ private Q_SLOTS:
     void slotOfAFormWidgetSignalMayClose();
     void closeDeletesAtOnceAfterAClick_data();
     void closeDeletesAtOnceAfterAClick();
+    void delegateOfAClickMayCloseAtOnce();
+    void closeWaitsWhileQtWorksWithAButton_data();
+    void closeWaitsWhileQtWorksWithAButton();
     void closeWaitsForAChildThatIsBeingShown();
+    void closeWaitsForASignalOfAChildsForm();
+    void closeWaitsForAChildThatDies_data();
+    void closeWaitsForAChildThatDies();
     void slotOfAFormWidgetMayClose_data();
     void slotOfAFormWidgetMayClose();
+    void slotOfDestroyedMayUseTheForm_data();
+    void slotOfDestroyedMayUseTheForm();
     void destroyTwice();
     void showShowsAHiddenHost();
     void tickShowsAHiddenHost();
@@ -249,6 +277,18 @@ void TestZEFUIElementLifetime::ringOfElements()
     second->addChildElement(first);
     delete first;
     QVERIFY(!second);
+}
+
+void TestZEFUIElementLifetime::ringOfElementsIsClosed()
+{
+    const QPointer<QWidget> host(new QWidget);
+    ZEFUIElement first(host, nullptr, nullptr, 0);
+    ZEFUIElement second(nullptr, &first, nullptr, 0);
+    second.addChildElement(&first);
+    first.close();
+    QVERIFY(!host);
+    second.removeChildElement(&first);
+    first.removeChildElement(&second);
 }
 
 void TestZEFUIElementLifetime::parentHostDeletedWhileChildHostIsOpen()
@@ -475,6 +515,48 @@ void TestZEFUIElementLifetime::closeDeletesAtOnceAfterAClick()
     QVERIFY(!host);
 }
 
+void TestZEFUIElementLifetime::delegateOfAClickMayCloseAtOnce()
+{
+    const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"names"_s, u"en"_s, nullptr, Qt::Window, nullptr));
+    ClosingDelegate delegate(host->element());
+    host->element()->setDelegate(&delegate);
+    auto* button = host->findChild<QPushButton*>(u"okButton"_s);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(!host);
+    TestLog::take(
+        u"warning: QObject::disconnect: Use the SIGNAL macro to unbind QPushButton::clicked(bool)"_s);
+}
+
+void TestZEFUIElementLifetime::closeWaitsWhileQtWorksWithAButton_data()
+{
+    QTest::addColumn<bool>("animated");
+    QTest::newRow("pressed, as a shortcut does it") << true;
+    QTest::newRow("released, as it loses the focus") << false;
+}
+
+void TestZEFUIElementLifetime::closeWaitsWhileQtWorksWithAButton()
+{
+    QFETCH(const bool, animated);
+    const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"names"_s, u"en"_s, nullptr, Qt::Window, nullptr));
+    host->show();
+    host->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(host));
+    const QPointer<QPushButton> button(host->findChild<QPushButton*>(u"okButton"_s));
+    button->setFocus();
+    QTRY_VERIFY(button->hasFocus());
+    FormCloser closer(host->element());
+    connect(button, animated ? &QPushButton::pressed : &QPushButton::released, &closer, &FormCloser::close);
+    if (animated) {
+        button->animateClick();
+    } else {
+        button->setDown(true);
+        host->findChild<QWidget*>(u"agree"_s)->setFocus();
+    }
+    QVERIFY(closer.closed);
+    QVERIFY(button);
+    QTRY_VERIFY(!host);
+}
+
 void TestZEFUIElementLifetime::closeWaitsForAChildThatIsBeingShown()
 {
     const QPointer<ZEFUIDialog> host(new ZEFUIDialog(u"labels"_s, u"en"_s, nullptr, Qt::Dialog, nullptr));
@@ -486,6 +568,51 @@ void TestZEFUIElementLifetime::closeWaitsForAChildThatIsBeingShown()
     child->show();
     QTRY_VERIFY(!host);
     QVERIFY(!child);
+}
+
+void TestZEFUIElementLifetime::closeWaitsForASignalOfAChildsForm()
+{
+    const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"labels"_s, u"en"_s, nullptr, Qt::Window, nullptr));
+    auto* child = new ZEFUIWidget(u"names"_s, u"en"_s, host, Qt::Window, nullptr);
+    const QPointer<QLineEdit> edit(child->findChild<QLineEdit*>(u"nameEdit"_s));
+    FormCloser closer(host->element());
+    connect(edit, &QLineEdit::returnPressed, &closer, &FormCloser::close);
+    QTest::keyClick(edit.data(), Qt::Key_Return);
+    QVERIFY(closer.closed);
+    QVERIFY(edit);
+    QTRY_VERIFY(!host);
+    QVERIFY(!edit);
+}
+
+void TestZEFUIElementLifetime::closeWaitsForAChildThatDies_data()
+{
+    QTest::addColumn<bool>("dialog");
+    QTest::newRow("dialog") << true;
+    QTest::newRow("widget") << false;
+}
+
+void TestZEFUIElementLifetime::closeWaitsForAChildThatDies()
+{
+    QFETCH(const bool, dialog);
+    const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"labels"_s, u"en"_s, nullptr, Qt::Window, nullptr));
+    QWidget* child = nullptr;
+    if (dialog)
+        child = new ZEFUIDialog(u"names"_s, u"en"_s, host, Qt::Dialog, nullptr);
+    else
+        child = new ZEFUIWidget(u"names"_s, u"en"_s, host, Qt::Window, nullptr);
+    child->show();
+    child->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(child));
+    auto* edit = child->findChild<QLineEdit*>(u"nameEdit"_s);
+    edit->setFocus();
+    QTRY_VERIFY(edit->hasFocus());
+    FormCloser closer(host->element());
+    // Qt moves the focus when the child's window goes.
+    connect(edit, &QLineEdit::editingFinished, &closer, &FormCloser::close);
+    delete child;
+    QVERIFY(closer.closed);
+    QVERIFY(host);
+    QTRY_VERIFY(!host);
 }
 
 void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose_data()
@@ -551,6 +678,46 @@ void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose()
     QCOMPARE(finished, 1);
     QCOMPARE(answers, 1);
     QCOMPARE(contexts, 1);
+    TestLog::take(u"debug: set property on "_s);
+}
+
+void TestZEFUIElementLifetime::slotOfDestroyedMayUseTheForm_data()
+{
+    QTest::addColumn<QString>("deed");
+    for (const QString& deed : {u"interpolate"_s, u"updateProperties"_s, u"setChildProperties"_s,
+                                u"setChildProperty"_s, u"childProperty"_s, u"connectSlotsByName"_s})
+        QTest::addRow("%s", qPrintable(deed)) << deed;
+}
+
+void TestZEFUIElementLifetime::slotOfDestroyedMayUseTheForm()
+{
+    QFETCH(const QString, deed);
+    const auto host = std::make_unique<ZEFUIWidget>(u"names"_s, u"en"_s, nullptr, Qt::Window, nullptr);
+    ZEFUIElement* element = host->element();
+    QWidget* form = host->layout()->itemAt(0)->widget();
+    ZEFDictionary dictionary{{u"key"_s, u"2"_s}};
+    ZEFDictionaryList list;
+    list.append(&dictionary);
+    int destroyed = 0;
+    const auto use = [&] {
+        ++destroyed;
+        if (deed == u"interpolate")
+            element->interpolate(list);
+        else if (deed == u"updateProperties")
+            element->updateProperties({{u"nameEdit_visible"_s, u"false"_s}});
+        else if (deed == u"setChildProperties")
+            element->setChildProperties(u"icon"_s, QPixmap(1, 1), QString());
+        else if (deed == u"setChildProperty")
+            element->setChildProperty(u"nameEdit"_s, u"enabled"_s, false);
+        else if (deed == u"childProperty")
+            element->childProperty(u"nameEdit"_s, u"enabled"_s);
+        else
+            element->connectSlotsByName(this);
+    };
+    connect(form, &QObject::destroyed, this, use);
+    connect(host->findChild<QCheckBox*>(u"agree"_s), &QObject::destroyed, this, use);
+    delete form;
+    QCOMPARE(destroyed, 2);
     TestLog::take(u"debug: set property on "_s);
 }
 

@@ -267,6 +267,7 @@ private Q_SLOTS:
     void mayBeDeletedWhileItIsFilled();
     void mayBeRebuiltFromTheContextMenu();
     void forgetsCellsThatOthersDelete();
+    void forgetsACellBeforeItIsDestroyed();
     void survivesAValidatorThatDeletesItsCell();
     void survivesAValidatorThatRebuilds();
     void keepsTheNewerVerdict();
@@ -1879,6 +1880,24 @@ void TestZEFFormatEdit::forgetsCellsThatOthersDelete()
     const std::unique_ptr<ZEFFormatCell> taken(edit->editor(0));
     taken->setParent(nullptr);
     QCOMPARE(edit->lineEditCount(), 1);
+    QSignalSpy changes(edit.get(), &ZEFFormatEdit::textChanged);
+    taken->setText(u"ab"_s);
+    QCOMPARE(changes.count(), 0);
+}
+
+void TestZEFFormatEdit::forgetsACellBeforeItIsDestroyed()
+{
+    const auto edit = madeFrom(threeCells);
+    edit->setText(u"ab-cd/ef"_s);
+    int cells = 0;
+    QString text;
+    connect(edit->editor(1), &QObject::destroyed, this, [&] {
+        cells = edit->lineEditCount();
+        text = edit->text();
+    });
+    delete edit->editor(1);
+    QCOMPARE(cells, 2);
+    QCOMPARE(text, u"ab/ef"_s);
 }
 
 void TestZEFFormatEdit::survivesAValidatorThatDeletesItsCell()

@@ -41,6 +41,10 @@ private Q_SLOTS:
     void showOrHideReceiverMayClose();
     void receiverMayCloseWhileQtCloses_data();
     void receiverMayCloseWhileQtCloses();
+    void receiverMayCloseTheParentOfADialogWithoutElement_data();
+    void receiverMayCloseTheParentOfADialogWithoutElement();
+    void receiverMayCloseTheParentWhileQtCloses_data();
+    void receiverMayCloseTheParentWhileQtCloses();
     void closeAfterAcceptAnswers();
     void executedDialogAnswers();
     void receiverMayDeleteTheHost_data();
@@ -499,12 +503,9 @@ void TestZEFUIDialog::receiverMayCloseWhileQtCloses_data()
         for (const QString& when : {u"rejected"_s, u"finished"_s, u"hide"_s, u"closing"_s}) {
             if (when == u"closing" && (way == u"escape off" || way == u"reject"))
                 continue; // nothing marks the element closing
-            for (const bool wait : {false, true}) {
-                if (wait && way == u"reject")
-                    continue;
+            for (const bool wait : {false, true})
                 QTest::addRow("%s, %s%s", qPrintable(way), qPrintable(when), wait ? ", wait" : "")
                     << way << when << wait;
-            }
         }
     }
 }
@@ -549,6 +550,65 @@ void TestZEFUIDialog::receiverMayCloseWhileQtCloses()
     QTRY_VERIFY(!dialog);
     QCOMPARE(answers, 1);
     QCOMPARE(contexts, 1);
+}
+
+void TestZEFUIDialog::receiverMayCloseTheParentOfADialogWithoutElement_data()
+{
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("show") << true;
+    QTest::newRow("hide") << false;
+}
+
+void TestZEFUIDialog::receiverMayCloseTheParentOfADialogWithoutElement()
+{
+    QFETCH(const bool, shown);
+    const QPointer<ZEFUIDialog> parent(makeDialog().release());
+    const QPointer<ZEFUIDialog> child(new ZEFUIDialog(u"names"_s, u"en"_s, parent, Qt::Dialog, nullptr));
+    delete child->element();
+    connect(child, shown ? &ZEFUIDialog::dialog_show : &ZEFUIDialog::dialog_hide, this, [&] {
+        parent->element()->close();
+        QVERIFY(child);
+    });
+    child->show();
+    if (!shown)
+        child->hide();
+    QVERIFY(child);
+    QTRY_VERIFY(!parent);
+    QVERIFY(!child);
+}
+
+void TestZEFUIDialog::receiverMayCloseTheParentWhileQtCloses_data()
+{
+    QTest::addColumn<int>("result");
+    QTest::addColumn<bool>("finished");
+    QTest::newRow("accepted") << int(QDialog::Accepted) << false;
+    QTest::newRow("rejected") << int(QDialog::Rejected) << false;
+    QTest::newRow("finished") << 7 << true;
+}
+
+void TestZEFUIDialog::receiverMayCloseTheParentWhileQtCloses()
+{
+    QFETCH(const int, result);
+    QFETCH(const bool, finished);
+    const QPointer<ZEFUIDialog> parent(makeDialog().release());
+    const QPointer<ZEFUIDialog> child(new ZEFUIDialog(u"names"_s, u"en"_s, parent, Qt::Dialog, nullptr));
+    int closings = 0;
+    const auto closeParent = [&] {
+        ++closings;
+        parent->element()->close();
+        QVERIFY(child);
+    };
+    if (finished)
+        connect(child, &QDialog::finished, this, closeParent);
+    else
+        connect(child, result == QDialog::Accepted ? &QDialog::accepted : &QDialog::rejected, this,
+                closeParent);
+    child->show();
+    child->done(result);
+    QCOMPARE(closings, 1);
+    QVERIFY(child);
+    QTRY_VERIFY(!parent);
+    QVERIFY(!child);
 }
 
 void TestZEFUIDialog::closeAfterAcceptAnswers()

@@ -50,6 +50,8 @@ constexpr int mostChildren = 60;
 constexpr int mostWaiting = 40;
 constexpr int deepest = 4;
 
+LifetimeWorld* currentWorld = nullptr;
+
 Qt::MouseButton buttonFrom(const QString& name)
 {
     return name == u"right" ? Qt::RightButton : name == u"middle" ? Qt::MiddleButton : Qt::LeftButton;
@@ -134,7 +136,12 @@ bool belongsToQt(const QObject* object)
 
 bool isCellOfEdit(const QObject* object)
 {
-    return qobject_cast<const ZEFFormatCell*>(object) && qobject_cast<const ZEFFormatEdit*>(object->parent());
+    const auto* edit = object ? qobject_cast<const ZEFFormatEdit*>(object->parent()) : nullptr;
+    for (int i = 0; edit && i < edit->lineEditCount(); ++i) {
+        if (edit->editor(i) == object)
+            return true;
+    }
+    return false;
 }
 
 bool isPartOf(const QObject* object, const QObject* whole)
@@ -215,10 +222,23 @@ private:
 
 LifetimeWorld::LifetimeWorld()
 {
+    currentWorld = this;
     qApp->installEventFilter(this);
 }
 
-LifetimeWorld::~LifetimeWorld() = default;
+LifetimeWorld::~LifetimeWorld()
+{
+    currentWorld = nullptr;
+}
+
+bool LifetimeWorld::Application::notify(QObject* receiver, QEvent* event)
+{
+    const bool movesFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
+    if (!currentWorld || !movesFocus || !receiver->isWidgetType())
+        return QApplication::notify(receiver, event);
+    const Busy busy(currentWorld, frameOf(event, receiver));
+    return QApplication::notify(receiver, event);
+}
 
 void LifetimeWorld::perform(const Operation& operation)
 {
@@ -299,8 +319,12 @@ void LifetimeWorld::heard()
     const int index = senderSignalIndex();
     if (!emitter || index < 0 || index >= emitter->metaObject()->methodCount())
         return;
+    const bool destroyed = index == staticMetaObject.indexOfSignal("destroyed(QObject*)");
+    if (destroyed)
+        m_emittingDestroyed.append(emitter);
     react(QString::fromLatin1(emitter->metaObject()->method(index).name()), emitter);
-    if (index == staticMetaObject.indexOfSignal("destroyed(QObject*)")) {
+    if (destroyed) {
+        m_emittingDestroyed.removeLast();
         m_watched.remove(emitter);
         m_added.remove(emitter);
     }
@@ -335,10 +359,11 @@ void LifetimeWorld::run(const Operation& operation, QObject* emitter)
             std::abort();
         return;
     }
+    static const QSet<QString> runningLoops = {u"wait"_s, u"spin"_s, u"realclick"_s};
+    if (runningLoops.contains(verb) && !m_frames.isEmpty())
+        return; // nobody runs an event loop in the middle of a widget's own work
     if (verb == u"wait" || verb == u"spin") {
-        // Nobody runs an event loop in the middle of a widget's own work.
-        if (m_frames.isEmpty())
-            verb == u"wait" ? wait() : QCoreApplication::processEvents();
+        verb == u"wait" ? wait() : QCoreApplication::processEvents();
         return;
     }
     QWidget* target = widgetAt(operation.place, emitter);
@@ -376,6 +401,10 @@ void LifetimeWorld::input(const Operation& operation, QWidget* target)
         return;
     const QPointer<QWidget> guard(target);
     const QString& verb = operation.verb;
+    // Escape deletes a widget host at once.
+    const bool escapes = verb == u"escape" || (verb == u"key" && operation.argument(0) == u"Escape");
+    if (escapes && qobject_cast<ZEFUIWidget*>(hostOf(target)) && !mayDelete(hostOf(target)))
+        return;
     const Qt::MouseButton button = buttonFrom(operation.argument(0));
     if (verb == u"press" || verb == u"click")
         sendMouse(target, QEvent::MouseButtonPress, button, button, operation.argument(1));
@@ -422,6 +451,9 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
 {
     const QPointer<QWidget> guard(target);
     const QString& verb = operation.verb;
+    // Qt would paint what is half destroyed too, or give it the focus.
+    if (isDestroying() && (verb == u"paint" || verb == u"show"))
+        return;
     const Busy busy(this, frameOf(operation, target));
     if (verb == u"focus") {
         target->setFocus();
@@ -441,6 +473,7 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
         // Hosts keep the parent that they were made with; their elements form a tree.
         if (!m_hosts.contains(target) && parent && !isPartOf(parent, target) && !belongsToQt(target)
             && !belongsToQt(parent) && !isDying(parent)) {
+            const Busy receiving(this, {parent, Frame::Owners});
             markAdded(target); // its former form's element still listens to it, the new one's does not
             target->setParent(parent);
         }
@@ -537,6 +570,8 @@ void LifetimeWorld::call(const Operation& operation, QWidget* target)
             QMetaObject::invokeMethod(label, "linkActivated", Q_ARG(QString, text));
         else
             label->setText(what == u"popup" ? u"<a href='x:'>link</a>"_s : text);
+    } else if (qobject_cast<QToolButton*>(target)) {
+        return; // those of a calendar wait in menus for a user
     } else if (auto* button = qobject_cast<QAbstractButton*>(target)) {
         auto* link = qobject_cast<ZEFCommandLinkButton*>(target);
         if (what == u"toggle")
@@ -548,9 +583,11 @@ void LifetimeWorld::call(const Operation& operation, QWidget* target)
             link->keyPressByDefault(&key);
         } else if (what == u"click")
             button->click();
-        else if (what == u"popup")
+        else if (what == u"popup") {
+            // Qt goes on with the button after pressed(), also when a slot of it clicks the button.
+            const Busy busy(this, {button, Frame::Everything});
             button->animateClick();
-        else
+        } else
             button->setText(text);
     } else if (qobject_cast<ZEFToggleButton*>(target)) {
         QMetaObject::invokeMethod(target, what == u"click" ? "setOn" : "toggle");
@@ -673,6 +710,11 @@ template <class Host> void LifetimeWorld::adopt(Host* host, const std::shared_pt
 
 void LifetimeWorld::add(const QString& kind, QWidget* parent)
 {
+    // Nothing can be added to what has left Qt's chain of the focus.
+    for (const QWidget* around = parent; around; around = around->parentWidget()) {
+        if (isDying(around))
+            return;
+    }
     if (belongsToQt(parent) || qobject_cast<QLineEdit*>(parent) || qobject_cast<QCalendarWidget*>(parent)
         || widgetsBelow(parent->window()).size() > mostChildren)
         return;
@@ -681,7 +723,8 @@ void LifetimeWorld::add(const QString& kind, QWidget* parent)
         added = new ZEFToggleButton(parent);
     } else if (kind == u"commandlink") {
         auto* link = new ZEFCommandLinkButton(parent);
-        link->setDefault(true);
+        if (!isDestroying()) // or Qt's dialog would search what is being deleted for another default button
+            link->setDefault(true);
         added = link;
     } else if (kind == u"stdbutton") {
         added = new ZEFLightStdButton(parent);
@@ -793,7 +836,10 @@ QWidget* LifetimeWorld::hostOf(QObject* object)
 
 bool LifetimeWorld::isDying(const QObject* object) const
 {
-    // Its destructor has come to the base classes.
+    // Its destructor has come to QWidget, which emits destroyed() and then deletes the children, or at least
+    // to its base classes.
+    if (m_emittingDestroyed.contains(object) || object->children().contains(nullptr))
+        return true;
     const QMetaObject* meta = m_watched.value(object);
     return meta && object->metaObject() != meta;
 }
@@ -806,7 +852,8 @@ bool LifetimeWorld::isDestroying() const
 
 bool LifetimeWorld::mayDelete(const QObject* object) const
 {
-    if (isDying(object) || belongsToQt(object))
+    // Whatever is going on, a cell of an edit may be at work in it.
+    if (isDying(object) || belongsToQt(object) || (isCellOfEdit(object) && !m_frames.isEmpty()))
         return false;
     for (const Frame& frame : m_frames) {
         if (frame.keeps(object))
@@ -815,19 +862,37 @@ bool LifetimeWorld::mayDelete(const QObject* object) const
     return true;
 }
 
+bool LifetimeWorld::isUnwatched(const QObject* object) const
+{
+    if (m_added.contains(object))
+        return true;
+    for (const QObject* around = object; around; around = around->parent()) {
+        const auto* widget = qobject_cast<const ZEFUIWidget*>(around);
+        const auto* dialog = qobject_cast<const ZEFUIDialog*>(around);
+        // A host without an element still looks after itself.
+        if (widget || dialog)
+            return around != object && !(widget ? widget->element() : dialog->element());
+    }
+    return false;
+}
+
 bool LifetimeWorld::mayClose(const QWidget* host, const QObject* emitter) const
 {
-    // Qt is in the middle of deleting a part of the form, or the element does not know the widget.
+    // Qt is in the middle of deleting a part of the form, or of a signal that no element hears.
     if (isDestroying() || std::any_of(m_frames.cbegin(), m_frames.cend(), [this](const Frame& frame) {
-            return frame.object && m_added.contains(frame.object);
+            return frame.object && isUnwatched(frame.object);
         }))
         return false;
     // While Qt moves the focus or shows a window, any other form may be what it goes on with.
+    if (isPartOf(emitter, host) && !isUnwatched(emitter))
+        return true;
     const auto* element = qobject_cast<const ZEFUIElement*>(emitter);
-    return (emitter && isPartOf(element ? element->widget() : emitter, host))
-        || std::none_of(m_frames.cbegin(), m_frames.cend(), [](const Frame& frame) {
-               return frame.keeping == Frame::Everything || frame.keeping == Frame::EverythingButEdit;
-           });
+    const bool ofTheHost = element && element->widget() == host;
+    return std::none_of(m_frames.cbegin(), m_frames.cend(), [&](const Frame& frame) {
+        const bool keepsForms =
+            frame.keeping == Frame::Everything || frame.keeping == Frame::EverythingButEdit;
+        return keepsForms && !(ofTheHost && (!frame.object || isPartOf(frame.object, host)));
+    });
 }
 
 LifetimeWorld::Frame LifetimeWorld::frameOf(const QString& signal, QObject* emitter) const
@@ -846,8 +911,8 @@ LifetimeWorld::Frame LifetimeWorld::frameOf(const QString& signal, QObject* emit
 
     if (!emitter) // the delegate
         return {};
-    if (signal == u"destroyed")
-        return {emitter, Frame::Everything, true};
+    if (signal == u"destroyed") // of what no QPointer can hold any more
+        return {nullptr, Frame::Everything, true};
     if (isCellOfEdit(emitter))
         return {emitter, whileFocusMoves.contains(signal) ? Frame::EverythingButEdit : Frame::Itself};
     if (whileFocusMoves.contains(signal) || whileClosing.contains(signal))
@@ -889,6 +954,20 @@ LifetimeWorld::Frame LifetimeWorld::frameOf(const Operation& operation, QWidget*
     if (verb == u"call" && !qobject_cast<QLineEdit*>(target) && !qobject_cast<QCalendarWidget*>(target))
         return {};
     return {target, Frame::Owners};
+}
+
+LifetimeWorld::Frame LifetimeWorld::frameOf(const QEvent* event, QObject* receiver)
+{
+    const bool cell = isCellOfEdit(receiver);
+    // Qt goes on with both, the widget that loses the focus and the one that gets it next.
+    if (event->type() == QEvent::FocusOut)
+        return {receiver, cell ? Frame::EverythingButEdit : Frame::Everything};
+    // A cell survives its edit, but Qt may have focused the first one through the edit, whose proxy it is.
+    if (cell)
+        return {receiver->parent(),
+                static_cast<QWidget*>(receiver->parent())->focusProxy() == receiver ? Frame::Owners
+                                                                                    : Frame::Nothing};
+    return {receiver, Frame::Owners};
 }
 
 void LifetimeWorld::erase(QWidget* target, const QObject* emitter)

@@ -11,6 +11,7 @@
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
 #include <QtCore/QVariant>
+#include <QtWidgets/QApplication>
 
 #include <memory>
 
@@ -39,6 +40,13 @@ public:
     QStringList failures() const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+    //! The world learns from it which events are being handled.
+    class Application : public QApplication { // clazy:exclude=missing-qobject-macro
+    public:
+        using QApplication::QApplication;
+        bool notify(QObject* receiver, QEvent* event) override;
+    };
 
 public Q_SLOTS:
     // the delegate of every form
@@ -97,10 +105,13 @@ private:
     static QWidget* hostOf(QObject* object);
     bool isDying(const QObject* object) const;
     bool isDestroying() const;
+    //! Whether no element hears the signals of a widget: it was added, or the element was deleted on its own.
+    bool isUnwatched(const QObject* object) const;
     bool mayDelete(const QObject* object) const;
     bool mayClose(const QWidget* host, const QObject* emitter) const;
     Frame frameOf(const QString& signal, QObject* emitter) const;
     static Frame frameOf(const Operation& operation, QWidget* target);
+    static Frame frameOf(const QEvent* event, QObject* receiver);
     void erase(QWidget* target, const QObject* emitter);
     void wait();
 
@@ -111,6 +122,8 @@ private:
     //! The widgets that no form was loaded with.
     QSet<const QObject*> m_added;
     QList<Frame> m_frames;
+    //! What is emitting destroyed() right now.
+    QList<const QObject*> m_emittingDestroyed;
     QStringList m_marks;
     int m_depth = 0;
     bool m_timersRun = false;
