@@ -22,6 +22,7 @@ private Q_SLOTS:
     void passesOverClicks();
     void passesOverAClickThatUnchecksAnother();
     void goesOnWhenASlotClicks();
+    void goesOnWhenTheButtonItselfStartedIt();
     void hearsWhatAButtonAnnouncesBeforeItsClick_data();
     void hearsWhatAButtonAnnouncesBeforeItsClick();
     void passesOverTheLibrarysOwnSignals();
@@ -99,6 +100,22 @@ void TestSignalWatch::goesOnWhenASlotClicks()
     connect(&box, &QCheckBox::clicked, this, [&] { during = watch.isSignalling(); });
     edit.setText(u"a"_s);
     QVERIFY(during);
+}
+
+// The click inside toggled() must not end what is heard of toggled(), although it all began with its button.
+void TestSignalWatch::goesOnWhenTheButtonItselfStartedIt()
+{
+    QPushButton button;
+    QCheckBox box;
+    SignalWatch watch;
+    watch.watch(&button);
+    watch.watch(&box);
+    QList<bool> during;
+    connect(&button, &QPushButton::pressed, this, [&] { box.setChecked(true); });
+    connect(&box, &QCheckBox::toggled, this, [&] { button.click(); });
+    connect(&button, &QPushButton::clicked, this, [&] { during.append(watch.isSignalling()); });
+    button.click();
+    QCOMPARE(during.first(), true);
 }
 
 void TestSignalWatch::hearsWhatAButtonAnnouncesBeforeItsClick_data()
