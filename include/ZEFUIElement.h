@@ -272,7 +272,7 @@ public:
      * slot of a signal of the form's widgets (other than clicked()), the client is answered just as
      * well, and the deletion waits for about a millisecond. For widgets that were added to the form after it
      * was loaded that does not hold, nor for those of a child whose element was deleted on its own, nor for
-     * destroyed(): use deleteLater() of the host there.
+     * destroyed() or Qt's signals of the host itself, as windowTitleChanged(): use the host's deleteLater().
      */
     void close();
     //! bringToFront(true)

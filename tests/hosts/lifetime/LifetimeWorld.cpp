@@ -880,7 +880,7 @@ bool LifetimeWorld::mayClose(const QWidget* host, const QObject* emitter) const
 {
     // Qt is in the middle of deleting a part of the form, or of a signal that no element hears.
     if (isDestroying() || std::any_of(m_frames.cbegin(), m_frames.cend(), [this](const Frame& frame) {
-            return frame.object && isUnwatched(frame.object);
+            return frame.unheard || (frame.object && isUnwatched(frame.object));
         }))
         return false;
     // While Qt moves the focus or shows a window, any other form may be what it goes on with.
@@ -923,7 +923,8 @@ LifetimeWorld::Frame LifetimeWorld::frameOf(const QString& signal, QObject* emit
         return {};
     if (qobject_cast<QLabel*>(emitter) && ofLabels.contains(signal))
         return {};
-    if (m_hosts.contains(QPointer<QWidget>(qobject_cast<QWidget*>(emitter))) && ofHosts.contains(signal))
+    const bool ofAHost = m_hosts.contains(QPointer<QWidget>(qobject_cast<QWidget*>(emitter)));
+    if (ofAHost && ofHosts.contains(signal))
         return {};
     if (qobject_cast<ZEFToggleButton*>(emitter) && ofToggles.contains(signal))
         return {};
@@ -931,7 +932,7 @@ LifetimeWorld::Frame LifetimeWorld::frameOf(const QString& signal, QObject* emit
         return {};
     if (qobject_cast<ZEFListValidator*>(emitter))
         return {};
-    return {emitter, Frame::Owners};
+    return {emitter, Frame::Owners, false, ofAHost};
 }
 
 LifetimeWorld::Frame LifetimeWorld::frameOf(const Operation& operation, QWidget* target)

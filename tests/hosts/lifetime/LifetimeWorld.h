@@ -82,6 +82,8 @@ private:
         QPointer<QObject> object;
         Keeping keeping = Nothing;
         bool destroying = false;
+        //! A signal of Qt's that no element hears, such as the new title of a host.
+        bool unheard = false;
 
         bool keeps(const QObject* other) const;
     };
