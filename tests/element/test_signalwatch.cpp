@@ -7,6 +7,7 @@
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
+#include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
@@ -20,6 +21,7 @@ class TestSignalWatch : public ZEFTest {
 private Q_SLOTS:
     void hearsSignalsOfQtsWidgets();
     void passesOverClicks();
+    void passesOverAClickThatUnchecksAnother_data();
     void passesOverAClickThatUnchecksAnother();
     void goesOnWhenASlotClicks();
     void goesOnWhenTheButtonItselfStartedIt();
@@ -68,11 +70,25 @@ void TestSignalWatch::passesOverClicks()
     QVERIFY(!during);
 }
 
+void TestSignalWatch::passesOverAClickThatUnchecksAnother_data()
+{
+    QTest::addColumn<bool>("grouped");
+    QTest::newRow("by the parent") << false;
+    QTest::newRow("by a group") << true;
+}
+
 void TestSignalWatch::passesOverAClickThatUnchecksAnother()
 {
+    QFETCH(const bool, grouped);
     QWidget form;
-    QRadioButton checked(&form);
+    QWidget box(&form);
+    QRadioButton checked(grouped ? &box : &form);
     QRadioButton clicked(&form);
+    QButtonGroup group;
+    if (grouped) {
+        group.addButton(&checked);
+        group.addButton(&clicked);
+    }
     checked.setChecked(true);
     SignalWatch watch;
     watch.watch(&checked);
