@@ -8,12 +8,12 @@
 /*!
  * Which characters may stand for which others, and at which positions of a text.
  *
- * The spec is a row of character pairs: the first of each pair is looked for, the second is put in
- * its place. ZEFCoercionSpec(u"0O1I"_s, 0, -1) reads a 0 as O and a 1 as I, and speaks about every
- * position. A cell asks its n-th coercion about its n-th character only, so that one spec covers one
+ * Its text is a row of character pairs: the first of each pair is looked for, the second is put in
+ * its place. ZEFCoercionSpec(u"0O1I"_s, 0, -1) reads a 0 as O and a 1 as I at every
+ * position. A cell asks its n-th coercion about its n-th character only, so that one coercion covers one
  * character there, whatever its range.
  *
- * A plain value: copy it freely. Characters are UTF-16 code units. Any spec text and any position is
+ * A plain value: copy it freely. Characters are UTF-16 code units. Any text and any position is
  * safe: a last character without a partner is ignored, and positions outside a text give no variants.
  */
 class ZEFUI_EXPORT ZEFCoercionSpec {
@@ -29,7 +29,7 @@ public:
     void setEnd(int end);
 
     /*!
-     * Whether the spec speaks about \a position. With an end, that end still belongs to the range and
+     * Whether \a position is in the range. With an end, that end still belongs to the range and
      * the start is not asked: positions before it are in range too.
      */
     bool inRange(int position) const;
