@@ -135,6 +135,7 @@ private Q_SLOTS:
     void slotOfAFormWidgetMayClose();
     void slotOfDestroyedMayUseTheForm_data();
     void slotOfDestroyedMayUseTheForm();
+    void whatDeletesItsChildrenCountsAsGone();
     void destroyTwice();
     void showShowsAHiddenHost();
     void tickShowsAHiddenHost();
@@ -719,6 +720,20 @@ void TestZEFUIElementLifetime::slotOfDestroyedMayUseTheForm()
     delete form;
     QCOMPARE(destroyed, 2);
     TestLog::take(u"debug: set property on "_s);
+}
+
+void TestZEFUIElementLifetime::whatDeletesItsChildrenCountsAsGone()
+{
+    const auto host = std::make_unique<ZEFUIWidget>(u"names"_s, u"en"_s, nullptr, Qt::Window, nullptr);
+    QWidget* form = host->layout()->itemAt(0)->widget();
+    const QString name = form->objectName();
+    ZEFUIElement* element = host->element();
+    QCOMPARE(element->childProperty(name, u"enabled"_s), QVariant(true));
+    QVariant meanwhile(true);
+    connect(host->findChild<QCheckBox*>(u"agree"_s), &QObject::destroyed, this,
+            [&] { meanwhile = element->childProperty(name, u"enabled"_s); });
+    delete form;
+    QVERIFY(!meanwhile.isValid());
 }
 
 void TestZEFUIElementLifetime::destroyTwice()
