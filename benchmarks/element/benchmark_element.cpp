@@ -23,13 +23,13 @@
 #include <tools/preview/ResourceFile.h>
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QEventLoop>
 #include <QtCore/QFile>
 #include <QtCore/QHash>
 #include <QtCore/QResource>
 #include <QtCore/QTimer>
 #include <QtUiTools/QUiLoader>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
@@ -98,6 +98,23 @@ QByteArray formOf(int size)
             + QByteArray::number(number % 5) + "\">\n    " + widgetOf(number) + "\n   </item>\n";
     }
     return form + "  </layout>\n </widget>\n <resources/>\n <connections/>\n</ui>\n";
+}
+
+QString lineEditsName(int count)
+{
+    return u"edits"_s + QString::number(count);
+}
+
+QByteArray lineEdits(int count)
+{
+    QByteArray form =
+        "<ui version=\"4.0\">\n <class>Form</class>\n <widget class=\"QWidget\" name=\"form\">\n"
+        "  <layout class=\"QVBoxLayout\" name=\"column\">\n";
+    for (int number = 0; number < count; ++number) {
+        form += "   <item>\n    <widget class=\"QLineEdit\" name=\"edit" + QByteArray::number(number)
+            + "\"/>\n   </item>\n";
+    }
+    return form + "  </layout>\n </widget>\n</ui>\n";
 }
 
 //! The processor time of \a work in milliseconds: other programs do not count.
@@ -323,15 +340,6 @@ void benchClick()
     }
 }
 
-//! A widget with that many line edits, named as Designer would.
-std::unique_ptr<QWidget> lineEdits(int count)
-{
-    auto form = std::make_unique<QWidget>();
-    for (int i = 0; i < count; ++i)
-        (new QLineEdit(form.get()))->setObjectName(u"edit"_s + QString::number(i));
-    return form;
-}
-
 void updateByHand(QWidget* form, const ZEFDictionary& values)
 {
     QMultiHash<QString, QWidget*> widgets;
@@ -352,9 +360,9 @@ void benchUpdateProperties()
 {
     std::vector<double> perCount;
     for (const int count : editCounts) {
-        const auto host = lineEdits(count);
-        ZEFUIElement element(host.get(), nullptr, nullptr, 0);
-        const auto plain = lineEdits(count);
+        const auto host = loadInHost(lineEditsName(count));
+        ZEFUIElement* element = ZEFUIElement::elementFromQObject(host.get());
+        const auto plain = loadByQt(lineEditsName(count));
         ZEFDictionary values;
         int round = 0;
         const auto fill = [&] { // a value that the edits do not hold yet
@@ -367,7 +375,7 @@ void benchUpdateProperties()
             11,
             [&] {
                 fill();
-                times.push_back(milliseconds([&] { element.updateProperties(values); }));
+                times.push_back(milliseconds([&] { element->updateProperties(values); }));
                 return times.back();
             },
             [&] {
@@ -391,8 +399,9 @@ double idlePercent(const Load& load)
         windows.back()->show();
     }
     const auto runFor = [](int duration) {
-        QTimer::singleShot(duration, qApp, &QCoreApplication::quit);
-        QCoreApplication::exec();
+        QEventLoop loop;
+        QTimer::singleShot(duration, &loop, &QEventLoop::quit);
+        loop.exec();
     };
     runFor(3000); // until all windows are there and painted
     QElapsedTimer wall;
@@ -433,6 +442,8 @@ int main(int argc, char** argv)
     ResourceContents contents;
     for (const int size : {20, 200, 1000, 2000})
         contents.insert(u"forms/"_s + formName(size) + u".ui"_s, formOf(size));
+    for (const int count : editCounts)
+        contents.insert(u"forms/"_s + lineEditsName(count) + u".ui"_s, lineEdits(count));
     contents.insert(u"css/elsewhere.css"_s, "QLabel { color: red; }"); // none for the widgets here
     const QByteArray resource = resourceFile(contents);
     QResource::registerResource(reinterpret_cast<const uchar*>(resource.constData()));
