@@ -22,7 +22,7 @@ void ZEFUIElement::showChild(const QString& name)
 
 void ZEFUIElement::showChild(const QString& name, bool visible)
 {
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     if (QWidget* child = firstWidgetNamed(d->widget, name))
         child->setVisible(visible);
 }
@@ -37,7 +37,7 @@ void ZEFUIElement::showChild(const QString& name, const QString& key, ZEFDiction
     const long display = dictionaries->search(key, nullptr).asLong();
     if (display < 0 || display > 2)
         return;
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     child->setEnabled(display == 0);
     if (child)
         child->setVisible(display != 2);
@@ -45,7 +45,7 @@ void ZEFUIElement::showChild(const QString& name, const QString& key, ZEFDiction
 
 void ZEFUIElement::enableChild(const QString& name, bool enabled)
 {
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     if (QWidget* child = firstWidgetNamed(d->widget, name))
         child->setEnabled(enabled);
 }
@@ -66,14 +66,14 @@ void ZEFUIElement::showChildIf(const QString& name, const QString& key, ZEFDicti
 
 void ZEFUIElement::setChildFocus(const QString& name)
 {
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     if (QWidget* child = firstWidgetNamed(d->widget, name))
         child->setFocus();
 }
 
 bool ZEFUIElement::setChildProperty(const QString& name, const QString& property, const QVariant& value)
 {
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     return setWidgetProperty(firstWidgetNamed(d->widget, name), property, value);
 }
 
@@ -89,7 +89,7 @@ bool ZEFUIElement::setChildBackground(const QString& name, const QPixmap& pixmap
     const QPointer<QWidget> child(firstWidgetNamed(d->widget, name));
     if (!child)
         return false;
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     child->setAutoFillBackground(true);
     const QPixmap texture = scaled && !pixmap.isNull()
         ? pixmap.scaled(child->size(), Qt::IgnoreAspectRatio, Qt::FastTransformation)
@@ -104,11 +104,9 @@ bool ZEFUIElement::setChildProperties(const QString& property, const QPixmap& pi
 {
     if (!d->widget)
         return false;
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     const QByteArray name = property.toLocal8Bit();
-    const QList<QWidget*> found = descendants<QWidget>(d->widget);
-    const QList<QPointer<QWidget>> widgets(found.cbegin(), found.cend());
-    for (const QPointer<QWidget>& widget : widgets) {
+    for (const QPointer<QWidget>& widget : widgetsBelow(d->widget)) {
         if (!widget)
             continue;
         const QMetaProperty metaProperty =

@@ -9,8 +9,8 @@
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
+#include <QtCore/QStringBuilder>
 
-#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -18,24 +18,18 @@ namespace {
 
 constexpr qsizetype maximumValueCount = 9;
 
-QByteArray nameOf(const QMetaMethod& method)
-{
-    const QByteArray signature = method.methodSignature();
-    return signature.first(std::max<qsizetype>(signature.indexOf('('), 0)).trimmed();
-}
-
 //! The value of the last widget of that name that has the property; nothing when there is none.
 QVariant lastPropertyValue(const QWidget* host, const QString& widgetName, const QString& propertyName)
 {
     QVariant value;
-    for (const QWidget* widget : widgetsNamed(host, widgetName)) {
-        const QMetaObject* meta = widget->metaObject();
-        const int index = meta->indexOfProperty(propertyName.toUtf8().constData());
+    const QByteArray property = propertyName.toUtf8();
+    for (const QPointer<QWidget>& widget : widgetsNamed(host, widgetName)) {
+        const int index = widget ? widget->metaObject()->indexOfProperty(property.constData()) : -1;
         if (index < 0)
             continue;
-        value = meta->property(index).read(widget);
-        writeDebug(
-            QStringLiteral("got property from %1.%2=%3").arg(widgetName, propertyName, value.toString()));
+        value = widget->metaObject()->property(index).read(widget);
+        writeDebug(u"got property from " % widgetName % u'.' % propertyName % u'='
+                   % shownValue(widget, value.toString()));
     }
     return value;
 }
@@ -84,17 +78,11 @@ bool hasClicked(const QWidget* widget)
     return widget->metaObject()->indexOfSignal("clicked(bool)") >= 0;
 }
 
-//! The widgets as guarded pointers: wiring and styling run code that may delete some of them.
-QList<QPointer<QWidget>> guarded(const QList<QWidget*>& widgets)
-{
-    return QList<QPointer<QWidget>>(widgets.cbegin(), widgets.cend());
-}
-
 } // namespace
 
 void ZEFUIElement::dispatch(QObject* sender, const char* signal)
 {
-    if (!sender || !d->delegate || !d->widget)
+    if (!sender || !d->delegate)
         return;
     const QString name = QStringLiteral("%1_%2").arg(sender->objectName(), QString::fromUtf8(signal));
     const int index = findMethod(name);
@@ -110,12 +98,15 @@ void ZEFUIElement::dispatch(QObject* sender, const char* signal)
     static const int contextType =
         qRegisterMetaType<ZEFPipeFacilityInvocationContext*>("ZEFPipeFacilityInvocationContext*");
     Q_UNUSED(contextType)
+    // The method may delete everything. But when it runs an event loop, what a user does there must not
+    // delete the form and the context before the method has returned.
+    const HostLife::Work work(d->widget, this, HostLife::Work::InNestedLoops);
     ZEFPipeFacilityInvocationContext* context = d->context;
     std::array<QGenericArgument, maximumValueCount + 1> arguments;
     arguments[0] = QGenericArgument("ZEFPipeFacilityInvocationContext*", &context);
     for (qsizetype i = 0; i < values->size(); ++i)
         arguments[static_cast<size_t>(i) + 1] = QGenericArgument("QVariant", &values->at(i));
-    // By name, so that Qt chooses the overload. The method may delete everything: this is the last step.
+    // By name, so that Qt chooses the overload.
     QMetaObject::invokeMethod(d->delegate, name.toUtf8().constData(), Qt::AutoConnection,
                               QGenericReturnArgument(), arguments[0], arguments[1], arguments[2],
                               arguments[3], arguments[4], arguments[5], arguments[6], arguments[7],
@@ -127,8 +118,9 @@ int ZEFUIElement::findMethod(const QString& name) const
     if (!d->delegate)
         return -1;
     const QMetaObject* meta = d->delegate->metaObject();
+    const QByteArray wanted = name.toUtf8();
     for (int index = 0; index < meta->methodCount(); ++index) {
-        if (QString::fromUtf8(nameOf(meta->method(index))) == name)
+        if (meta->method(index).name() == wanted)
             return index;
     }
     return -1;
@@ -147,12 +139,9 @@ void ZEFUIElement::connectWidgetTree(bool connect, QWidget* root)
             QObject::disconnect(sender, signal, receiver, slot);
     };
 
-    for (const QPointer<QWidget>& widget : guarded(descendants<QWidget>(d->widget))) {
+    for (const QPointer<QWidget>& widget : widgetsBelow(d->widget)) {
         if (!widget)
             continue;
-        // before the dispatch of the click, which ends what the watch has heard of it
-        if (connect)
-            d->signalWatch.watch(widget);
         if (hasClicked(widget))
             wire(widget, "2clicked(bool)", d->widget, "1clicked(bool)");
         if (widget->objectName() == u"close")
@@ -178,7 +167,7 @@ void ZEFUIElement::makeOrBreakConnections(bool make)
             continue;
         const QByteArray signature = method.methodSignature();
         const QByteArray member = (method.methodType() == QMetaMethod::Signal ? '2' : '1') + signature;
-        for (QWidget* widget : widgetsNamed(d->widget, QString::fromUtf8(nameOf(method)))) {
+        for (const QPointer<QWidget>& widget : widgetsNamed(d->widget, QString::fromUtf8(method.name()))) {
             if (!hasClicked(widget))
                 continue;
             // Breaking goes without Qt's code digits, which Qt rejects: the connections stay in place.
@@ -195,7 +184,10 @@ void ZEFUIElement::connectSlotsByName(QObject* receiver)
 {
     if (!d->widget || !receiver)
         return;
-    const QObjectList candidates = descendants<QObject>(d->widget);
+    QObjectList candidates;
+    forEachDescendant(d->widget, [&](QObject* object) { candidates.append(object); });
+    if (!d->namedSlotWatch)
+        d->namedSlotWatch = std::make_unique<NamedSlotWatch>(this);
     const QMetaObject* meta = receiver->metaObject();
     for (int index = meta->methodOffset(); index < meta->methodCount(); ++index) {
         const QByteArray slot = meta->method(index).methodSignature();
@@ -207,7 +199,7 @@ void ZEFUIElement::connectSlotsByName(QObject* receiver)
             if (candidate->objectName().isEmpty() || !slot.startsWith(prefix))
                 continue;
             const int signal = signalIndex(candidate->metaObject(), slot.mid(prefix.size()));
-            if (signal >= 0 && QMetaObject::connect(candidate, signal, receiver, index)) {
+            if (signal >= 0 && d->namedSlotWatch->connect(candidate, signal, receiver, index)) {
                 matched = true;
                 break;
             }

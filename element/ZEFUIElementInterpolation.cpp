@@ -10,10 +10,13 @@
 #include <ZEFDictionaryList.h>
 #include <ZEFTranslatorCache.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QHash>
 #include <QtCore/QMetaProperty>
+#include <QtCore/QStringBuilder>
 
+#include <memory>
 #include <utility>
 
 //! The string properties of each class that one run of interpolate() meets, in the order of the meta-object.
@@ -28,17 +31,18 @@ private:
 namespace {
 
 /*!
- * The widgets below a host by name, found in one walk: a request may hold 100,000 keys. Slots may change
- * the form between two keys; the walk is then made again.
+ * The widgets below a host by name. One walk serves many keys: a request may hold 100,000. A slot may change
+ * the form between two keys; what it adds or renames calls for another walk.
  */
 class WidgetsByName : public QObject { // clazy:exclude=missing-qobject-macro
 public:
     explicit WidgetsByName(QWidget* host)
         : m_host(host)
     {
+        QCoreApplication::instance()->installEventFilter(this);
     }
 
-    //! In Qt's child order, as widgetsNamed() finds them.
+    //! In the order of findChildren().
     QList<QPointer<QWidget>> named(const QString& name)
     {
         if (!std::exchange(m_valid, true))
@@ -46,33 +50,31 @@ public:
         return m_widgets.value(name);
     }
 
-    bool eventFilter(QObject* watched, QEvent* event) override
+    bool eventFilter(QObject*, QEvent* event) override
     {
-        if (event->type() == QEvent::ChildAdded || event->type() == QEvent::ChildRemoved
-            || event->type() == QEvent::ZOrderChange)
+        const QEvent::Type type = event->type();
+        if (type == QEvent::ParentChange || type == QEvent::ZOrderChange
+            || (type == QEvent::ChildAdded && static_cast<QChildEvent*>(event)->child()->isWidgetType()))
             m_valid = false;
-        return QObject::eventFilter(watched, event);
+        return false;
     }
 
 private:
     void walk()
     {
         m_widgets.clear();
+        m_renaming = std::make_unique<QObject>();
         if (!m_host)
             return;
-        m_host->installEventFilter(this);
-        for (QObject* object : descendants<QObject>(m_host)) {
-            object->installEventFilter(this);
-            if (auto* widget = qobject_cast<QWidget*>(object)) {
-                disconnect(widget, &QObject::objectNameChanged, this, nullptr);
-                connect(widget, &QObject::objectNameChanged, this, [this] { m_valid = false; });
-                m_widgets[widget->objectName()].append(widget);
-            }
+        for (const QPointer<QWidget>& widget : widgetsBelow(m_host)) {
+            connect(widget, &QObject::objectNameChanged, m_renaming.get(), [this] { m_valid = false; });
+            m_widgets[widget->objectName()].append(widget);
         }
     }
 
-    QPointer<QWidget> m_host;
+    const QPointer<QWidget> m_host;
     QHash<QString, QList<QPointer<QWidget>>> m_widgets;
+    std::unique_ptr<QObject> m_renaming; // the receiver of the latest walk's connections
     bool m_valid = false;
 };
 
@@ -93,7 +95,7 @@ const QList<QMetaProperty>& StringProperties::of(const QMetaObject* meta)
 void ZEFUIElement::updateProperties(const ZEFDictionary& properties)
 {
     const QPointer<ZEFUIElement> self(this);
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     WidgetsByName widgetsByName(d->widget);
     for (const QString& key : properties.keys()) {
         const QByteArrayList pieces = key.toLatin1().split('_');
@@ -111,12 +113,12 @@ void ZEFUIElement::updateProperties(const ZEFDictionary& properties)
             if (index < 0)
                 continue;
             QString name = widget->objectName();
+            const QString shown = shownValue(widget, value);
             widget->metaObject()->property(index).write(widget, value);
             // the name after the write: it may be the name that was written
             if (widget)
                 name = widget->objectName();
-            writeDebug(QStringLiteral("set property on %1.%2=%3")
-                           .arg(name, QString::fromLatin1(pieces.at(1)), value));
+            writeDebug(u"set property on " % name % u'.' % QString::fromLatin1(pieces.at(1)) % u'=' % shown);
             if (!self || !d->widget)
                 return;
         }
@@ -128,15 +130,13 @@ void ZEFUIElement::interpolate(const ZEFDictionaryList& dictionaries)
     if (!d->widget)
         return;
     const QPointer<ZEFUIElement> self(this);
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     const QPointer<QWidget> host(d->widget);
     StringProperties stringProperties;
     d->interpolateWidget(this, host, dictionaries, stringProperties);
     if (!self || !host)
         return;
-    const QList<QWidget*> found = descendants<QWidget>(host);
-    const QList<QPointer<QWidget>> widgets(found.cbegin(), found.cend());
-    for (const QPointer<QWidget>& widget : widgets) {
+    for (const QPointer<QWidget>& widget : widgetsBelow(host)) {
         if (!widget)
             continue;
         d->interpolateWidget(this, widget, dictionaries, stringProperties);
@@ -149,7 +149,7 @@ void ZEFUIElement::interpolateWidget(QWidget* widget, const ZEFDictionaryList& d
 {
     if (!widget)
         return;
-    const ZEFUIElementPrivate::DeletionGuard guard(this);
+    const HostLife::Work work(d->widget, this);
     StringProperties stringProperties;
     d->interpolateWidget(this, widget, dictionaries, stringProperties);
 }

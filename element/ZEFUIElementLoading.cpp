@@ -67,9 +67,9 @@ QStringList creatableWidgets(const ZEFUILoader& loader)
 
 } // namespace
 
-ZEFUIElementPrivate::ZEFUIElementPrivate(QWidget* hostWidget, ZEFUIElement* parent)
+ZEFUIElementPrivate::ZEFUIElementPrivate(ZEFUIElement* element, QWidget* hostWidget)
     : widget(hostWidget)
-    , parentElement(parent)
+    , life(element)
 {
     if (hostWidget) {
         QFont font = hostWidget->font();
@@ -80,7 +80,7 @@ ZEFUIElementPrivate::ZEFUIElementPrivate(QWidget* hostWidget, ZEFUIElement* pare
 
 ZEFUIElement::ZEFUIElement(QWidget* widget, ZEFUIElement* parentElement, const QString& formName,
                            const QString& locale, ZEFPipeFacilityInvocationContext* context, long clientPID)
-    : d(std::make_unique<ZEFUIElementPrivate>(widget, parentElement))
+    : d(std::make_unique<ZEFUIElementPrivate>(this, widget))
 {
     d->clientPID = clientPID;
     ZEFBase::logDebug(QStringLiteral("ZEFUIElement with parent: %1").arg(hexAddress(parentElement)));
@@ -103,7 +103,7 @@ ZEFUIElement::ZEFUIElement(QWidget* widget, ZEFUIElement* parentElement, const Q
 
 ZEFUIElement::ZEFUIElement(QWidget* widget, ZEFUIElement* parentElement,
                            ZEFPipeFacilityInvocationContext* context, long clientPID)
-    : d(std::make_unique<ZEFUIElementPrivate>(widget, parentElement))
+    : d(std::make_unique<ZEFUIElementPrivate>(this, widget))
 {
     d->clientPID = clientPID;
     if (parentElement)

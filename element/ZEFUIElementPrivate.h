@@ -1,6 +1,7 @@
 #pragma once
 
-#include "SignalWatch.h"
+#include "HostLife.h"
+#include "NamedSlotWatch.h"
 
 #include <ZEFUIElement.h>
 
@@ -11,7 +12,7 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
-#include <functional>
+#include <memory>
 
 class StringProperties;
 
@@ -21,43 +22,15 @@ class StringProperties;
  */
 class ZEFUIElementPrivate {
 public:
-    ZEFUIElementPrivate(QWidget* widget, ZEFUIElement* parentElement);
+    ZEFUIElementPrivate(ZEFUIElement* element, QWidget* widget);
 
     //! For the hosts, and for tests of states that no operation of the library sets.
     static ZEFUIElementPrivate* get(const ZEFUIElement* element) { return element->d.get(); }
-
-    /*!
-     * Keeps close() and destroy() from deleting the host while a guard lives. One is held wherever Qt goes
-     * on working with a widget after code of others ran: in the host's own events, and in every operation
-     * that shows, hides, enables, focuses or writes to a widget, whose slots may close the form.
-     */
-    class DeletionGuard {
-    public:
-        explicit DeletionGuard(ZEFUIElement* element);
-        ~DeletionGuard();
-
-    private:
-        Q_DISABLE_COPY_MOVE(DeletionGuard)
-        QPointer<ZEFUIElement> m_element;
-        bool m_wasSignalling = false;
-    };
 
     //! The text from which interpolation made \a text, or \a text itself.
     QString templateOf(const QString& text) const;
     void interpolateWidget(ZEFUIElement* element, QWidget* target, const ZEFDictionaryList& dictionaries,
                            StringProperties& stringProperties);
-
-    //! Whether a DeletionGuard lives for the element or for one whose host would be deleted with its own.
-    bool isGuarded() const;
-    //! Whether Qt may be in the middle of a signal of the form, or of one that would be deleted with it.
-    bool isSignalling() const;
-    /*!
-     * Called by the destructor of \a host: keeps the hosts around it until it is gone. Qt closes its window
-     * and moves the focus away from it first, and slots of that may close them.
-     */
-    static void spareHostsAround(QWidget* host);
-    //! Deletes the host, or has destroy() called in a millisecond while it must not be deleted.
-    void deleteHost(ZEFUIElement* element, bool later);
 
     QPointer<QObject> delegate;
     QString formPath;
@@ -65,7 +38,8 @@ public:
     QPointer<QWidget> widget;
     QMap<QString, QString> interpolationSources;
     QList<ZEFUIElement*> childElements;
-    QPointer<ZEFUIElement> parentElement;
+    //! The elements that have this one as a child: the parent element, and those that it was added to by hand.
+    QList<ZEFUIElement*> owners;
     bool loaded = false;
     bool closing = false;
     bool geometryPending = false;
@@ -73,13 +47,8 @@ public:
     bool secondary = false;
     //! Set by the destructor: in a ring of elements a child must not delete its parent once more.
     bool beingDeleted = false;
-    int deletionGuards = 0;
-    SignalWatch signalWatch;
-    //! Answers the client unless that has been done; set by the hosts, empty around a plain widget.
-    std::function<void()> answer;
-    //! How many close events the host has received: close() sees by it whether Qt delivered one.
-    int closeEvents = 0;
-    bool inClose = false;
+    HostLife life;
+    std::unique_ptr<NamedSlotWatch> namedSlotWatch; // made by connectSlotsByName()
     ZEFPipeFacilityInvocationContext* context = nullptr;
     QTimer housekeepingTimer;
     long clientPID = 0;
@@ -91,5 +60,4 @@ public:
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFUIElementPrivate)
-    template <class Predicate> bool anyDeletedTogether(const Predicate& predicate) const;
 };

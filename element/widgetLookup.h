@@ -1,51 +1,56 @@
 #pragma once
 
 #include <QtCore/QList>
+#include <QtCore/QPointer>
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
 /*!
- * The children of \a parent that are there to be looked at. QObject::findChildren() crashes while some of
- * them are being deleted, and a slot of destroyed() may well ask the form for its other widgets: what is
- * deleting its children counts as gone already.
+ * What is deleting its children counts as gone already. QObject::findChildren() crashes while that happens,
+ * and a slot of destroyed() may well ask the form for its other widgets.
  */
-inline QObjectList livingChildren(const QObject* parent)
+inline bool isDeletingChildren(const QObject* object)
 {
-    const auto isDeletingChildren = [](const QObject* object) {
-        return object->children().contains(nullptr);
-    };
-    if (isDeletingChildren(parent))
-        return {};
-    QObjectList living = parent->children();
-    living.removeIf(isDeletingChildren);
-    return living;
+    return object->children().contains(nullptr);
 }
 
-template <class Type> void appendDescendants(const QObject* parent, QList<Type*>& found)
+//! Calls \a visit with every object below \a parent, in the order of findChildren(). \a visit must not run
+//! code of others.
+template <class Visit> void forEachDescendant(const QObject* parent, const Visit& visit)
 {
-    for (QObject* child : livingChildren(parent)) {
-        if (auto* descendant = qobject_cast<Type*>(child))
-            found.append(descendant);
-        appendDescendants(child, found);
+    if (isDeletingChildren(parent))
+        return;
+    for (QObject* child : parent->children()) {
+        if (isDeletingChildren(child))
+            continue;
+        visit(child);
+        forEachDescendant(child, visit);
     }
 }
 
-//! Every \a Type below \a parent, in the order of findChildren().
-template <class Type> QList<Type*> descendants(const QObject* parent)
+//! All widgets below \a host, in the order of findChildren(). Guarded: what the caller does with one may delete
+//! others.
+inline QList<QPointer<QWidget>> widgetsBelow(const QWidget* host)
 {
-    QList<Type*> found;
-    appendDescendants(parent, found);
-    return found;
+    QList<QPointer<QWidget>> widgets;
+    forEachDescendant(host, [&](QObject* object) {
+        if (object->isWidgetType())
+            widgets.append(static_cast<QWidget*>(object));
+    });
+    return widgets;
 }
 
 //! All widgets of that name below \a host, in the order of findChildren(); none when \a host is null. An
 //! empty name means widgets without a name.
-inline QList<QWidget*> widgetsNamed(const QWidget* host, const QString& name)
+inline QList<QPointer<QWidget>> widgetsNamed(const QWidget* host, const QString& name)
 {
+    QList<QPointer<QWidget>> widgets;
     if (!host)
-        return {};
-    QList<QWidget*> widgets = descendants<QWidget>(host);
-    widgets.removeIf([&name](const QWidget* widget) { return widget->objectName() != name; });
+        return widgets;
+    forEachDescendant(host, [&](QObject* object) {
+        if (object->isWidgetType() && object->objectName() == name)
+            widgets.append(static_cast<QWidget*>(object));
+    });
     return widgets;
 }
 
@@ -53,15 +58,13 @@ inline QList<QWidget*> widgetsNamed(const QWidget* host, const QString& name)
 //! \a parent is null or there is none.
 inline QWidget* firstWidgetNamed(const QObject* parent, const QString& name)
 {
-    if (!parent)
+    if (!parent || isDeletingChildren(parent))
         return nullptr;
-    const QObjectList children = livingChildren(parent);
-    for (QObject* child : children) {
-        auto* widget = qobject_cast<QWidget*>(child);
-        if (widget && widget->objectName() == name)
-            return widget;
+    for (QObject* child : parent->children()) {
+        if (child->isWidgetType() && child->objectName() == name && !isDeletingChildren(child))
+            return static_cast<QWidget*>(child);
     }
-    for (const QObject* child : children) {
+    for (const QObject* child : parent->children()) {
         if (QWidget* widget = firstWidgetNamed(child, name))
             return widget;
     }

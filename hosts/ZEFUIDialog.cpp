@@ -3,7 +3,7 @@
 #include <ZEFCommandLinkButton.h>
 #include <ZEFUIElement.h>
 
-#include <element/ZEFUIElementPrivate.h>
+#include <element/HostLife.h>
 #include <element/debugOutput.h>
 
 #include <QtCore/QTimer>
@@ -15,21 +15,14 @@
 
 namespace {
 
-//! The command link that Enter and Return press, or null. The links of other windows are not asked.
+//! The command link that Enter and Return press, or null.
 ZEFCommandLinkButton* defaultCommandLink(const QWidget* dialog)
 {
     const auto links = dialog->findChildren<ZEFCommandLinkButton*>();
-    const auto found = std::find_if(links.begin(), links.end(), [&](const ZEFCommandLinkButton* link) {
-        return link->isDefault() && link->isVisible() && link->window() == dialog->window();
+    const auto found = std::find_if(links.begin(), links.end(), [](const ZEFCommandLinkButton* link) {
+        return link->isDefault() && link->isVisible();
     });
     return found == links.end() ? nullptr : *found;
-}
-
-//! The element that has to spare the dialog. One that was deleted on its own leaves that to the dialog's
-//! parent.
-ZEFUIElement* sparingElement(const ZEFUIDialog* dialog)
-{
-    return dialog->element() ? dialog->element() : ZEFUIElement::elementFromChild(dialog->parentWidget());
 }
 
 } // namespace
@@ -40,7 +33,6 @@ ZEFUIDialog::ZEFUIDialog(const QString& form, const QString& locale, QWidget* pa
 {
     writeDebug(u"formpath in ZEFUIDialog is " + form);
     m_element = new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), form, locale, context, 0);
-    ZEFUIElementPrivate::get(m_element)->answer = [this] { respond(); };
     setWindowModality(parent ? Qt::WindowModal : Qt::NonModal);
 }
 
@@ -48,13 +40,11 @@ ZEFUIDialog::ZEFUIDialog(QDialog* parent, Qt::WindowFlags flags, ZEFPipeFacility
     : QDialog(parent, flags)
     , m_element(new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), context, 0))
 {
-    ZEFUIElementPrivate::get(m_element)->answer = [this] { respond(); };
 }
 
 ZEFUIDialog::~ZEFUIDialog()
 {
     delete m_element;
-    ZEFUIElementPrivate::spareHostsAround(this);
 }
 
 ZEFUIDialog* ZEFUIDialog::create(const QString& form, const QString& locale, QWidget* parent,
@@ -107,26 +97,19 @@ void ZEFUIDialog::rootClosed()
 
 void ZEFUIDialog::done(int result)
 {
-    // Qt goes on after each of rejected(), accepted() and finished().
-    const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
+    const HostLife::Work work(this, m_element);
     QDialog::done(result);
 }
 
 void ZEFUIDialog::closeEvent(QCloseEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
-    {
-        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
-        if (m_element)
-            ++ZEFUIElementPrivate::get(m_element)->closeEvents;
-        QDialog::closeEvent(e);
-        if (!self || !m_element || m_element->isClosing())
-            return;
-        e->accept();
-        m_element->setClosing(true);
-    }
-    if (self)
-        respond();
+    const HostLife::Work work(this, m_element);
+    QDialog::closeEvent(e);
+    if (!self || !m_element || m_element->isClosing())
+        return;
+    e->accept();
+    closeAndAnswer();
 }
 
 void ZEFUIDialog::keyPressEvent(QKeyEvent* e)
@@ -146,16 +129,10 @@ void ZEFUIDialog::keyPressEvent(QKeyEvent* e)
     Q_EMIT dialog_key_pressed(key);
     if (!self)
         return;
-    {
-        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
-        QDialog::keyPressEvent(e);
-        if (!self || !m_element || !m_closeOnEscape || key != Qt::Key_Escape)
-            return;
-        // The closing flag is not asked: an element that was marked closing without an answer still answers.
-        m_element->setClosing(true);
-    }
-    if (self)
-        respond();
+    QDialog::keyPressEvent(e);
+    // The closing flag is not asked: an element that was marked closing without an answer still answers.
+    if (key == Qt::Key_Escape && self && m_closeOnEscape && m_element)
+        closeAndAnswer();
 }
 
 void ZEFUIDialog::mouseReleaseEvent(QMouseEvent*)
@@ -166,10 +143,8 @@ void ZEFUIDialog::mouseReleaseEvent(QMouseEvent*)
 void ZEFUIDialog::showEvent(QShowEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
-    {
-        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
-        Q_EMIT dialog_show();
-    }
+    const HostLife::Work work(this, m_element);
+    Q_EMIT dialog_show();
     if (self)
         QDialog::showEvent(e);
 }
@@ -177,26 +152,16 @@ void ZEFUIDialog::showEvent(QShowEvent* e)
 void ZEFUIDialog::hideEvent(QHideEvent* e)
 {
     const QPointer<ZEFUIDialog> self(this);
-    {
-        const ZEFUIElementPrivate::DeletionGuard guard(sparingElement(this));
-        Q_EMIT dialog_hide();
-    }
+    const HostLife::Work work(this, m_element);
+    Q_EMIT dialog_hide();
     if (self)
         QDialog::hideEvent(e);
 }
 
-void ZEFUIDialog::respond()
+void ZEFUIDialog::closeAndAnswer()
 {
-    if (!m_element)
-        return;
-    if (!m_responded) {
-        m_responded = true;
-        const QPointer<ZEFUIDialog> self(this);
-        Q_EMIT respondClosed(m_element->context(), m_element->closeSelection());
-        if (!self || !m_element)
-            return;
-    }
-    QTimer::singleShot(1, m_element, SLOT(destroy()));
+    if (HostLife::of(m_element).closeAndAnswer(this))
+        QTimer::singleShot(1, m_element, SLOT(destroy()));
 }
 
 #include "moc_ZEFUIDialog.cpp"

@@ -2,29 +2,34 @@
 
 #include <ZEFUIElement.h>
 
-#include <element/ZEFUIElementPrivate.h>
+#include <element/HostLife.h>
+#include <element/widgetLookup.h>
 
 #include <QtGui/QKeyEvent>
+
+#include <algorithm>
 
 ZEFUIWidget::ZEFUIWidget(const QString& form, const QString& locale, QWidget* parent, Qt::WindowFlags flags,
                          ZEFPipeFacilityInvocationContext* context)
     : QWidget(parent, flags)
     , m_element(new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), form, locale, context, 0))
 {
-    ZEFUIElementPrivate::get(m_element)->answer = [this] { respond(); };
 }
 
 ZEFUIWidget::ZEFUIWidget(QWidget* parent, Qt::WindowFlags flags, ZEFPipeFacilityInvocationContext* context)
     : QWidget(parent, flags)
     , m_element(new ZEFUIElement(this, ZEFUIElement::elementFromQObject(parent), context, 0))
 {
-    ZEFUIElementPrivate::get(m_element)->answer = [this] { respond(); };
 }
 
 ZEFUIWidget::~ZEFUIWidget()
 {
+    // As QDialog does: Qt cannot move the focus out of a half deleted form whose slots change it.
+    if (isVisible()) {
+        const HostLife::Work work(this, m_element);
+        hide();
+    }
     delete m_element;
-    ZEFUIElementPrivate::spareHostsAround(this);
 }
 
 ZEFUIWidget* ZEFUIWidget::create(const QString& form, const QString& locale, QWidget* parent,
@@ -54,50 +59,29 @@ void ZEFUIWidget::rootClosed()
 void ZEFUIWidget::closeEvent(QCloseEvent* e)
 {
     QWidget::closeEvent(e);
-    if (!m_element)
-        return;
-    ++ZEFUIElementPrivate::get(m_element)->closeEvents;
-    if (m_element->isClosing())
-        return;
-    const QPointer<ZEFUIWidget> self(this);
-    {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
-        m_element->setClosing(true);
-    }
     // the element's next tick destroys this host
-    if (self)
-        respond();
+    if (m_element && !m_element->isClosing())
+        HostLife::of(m_element).closeAndAnswer(this);
 }
 
 void ZEFUIWidget::keyPressEvent(QKeyEvent* e)
 {
     if (!e)
         return;
-    const bool escape = e->key() == Qt::Key_Escape;
-    const QPointer<ZEFUIWidget> self(this);
-    {
-        const ZEFUIElementPrivate::DeletionGuard guard(m_element);
+    if (e->key() != Qt::Key_Escape) {
         QWidget::keyPressEvent(e);
-        if (!escape || !self || !m_element)
-            return;
-        // QWidget has ignored it. Qt would offer it to this host's parent next, although the host is gone,
-        // when the widget that got it first lives on, as cells of format edits do.
-        e->accept();
-        // The closing flag is not asked: an element that was marked closing without an answer still answers.
-        m_element->setClosing(true);
-    }
-    if (self)
-        respond();
-    if (self && m_element)
-        m_element->destroy();
-}
-
-void ZEFUIWidget::respond()
-{
-    if (m_responded || !m_element)
         return;
-    m_responded = true;
-    Q_EMIT respondClosed(m_element->context(), m_element->closeSelection());
+    }
+    const QPointer<ZEFUIWidget> self(this);
+    const QList<QPointer<QWidget>> widgets = widgetsBelow(this);
+    QWidget::keyPressEvent(e);
+    // The closing flag is not asked: an element that was marked closing without an answer still answers.
+    if (self && m_element && HostLife::of(m_element).closeAndAnswer(this))
+        HostLife::of(m_element).end();
+    // Qt would offer the ignored key to the parent of this host next, unless the widget that got it first is
+    // gone. A cell of a format edit may outlive its host.
+    if (!self && std::any_of(widgets.cbegin(), widgets.cend(), [](const auto& widget) { return bool(widget); }))
+        e->accept();
 }
 
 #include "moc_ZEFUIWidget.cpp"

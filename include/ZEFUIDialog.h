@@ -90,10 +90,9 @@ protected:
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFUIDialog)
-    void respond();
+    void closeAndAnswer();
 
     QPointer<ZEFUIElement> m_element;
     bool m_closeOnEscape = true;
     bool m_fixed = false;
-    bool m_responded = false;
 };

@@ -39,11 +39,10 @@ class ZEFUIWidget;
  *
  * Lifetime: the host owns its element and deletes it in its destructor. The element never deletes
  * the form widget; it deletes its host only in close() and destroy(). Every signal of an element or a
- * host, and every delegate method, may close or delete the form: treat the element as gone after
- * any call that emits, unless a QPointer says otherwise. A slot of a form widget's own signal
- * (editingFinished, say) may run in the middle of Qt's work with that widget, also while one of the
- * operations below hides, disables or writes to it: it may call the element's close(), but must not
- * delete the host directly, nor call setFormPath() except from a click.
+ * host, and every delegate method, may close the form: treat the element as gone after any call that
+ * emits, unless a QPointer says otherwise. A slot of a signal of the form's widgets may run in the middle of
+ * Qt's work with that widget: see close() for how it closes the form. It must not delete the host directly,
+ * nor call setFormPath() except from a click.
  *
  * Threads: everything runs on the GUI thread. Nothing here throws; what goes wrong is logged and the
  * call returns. An element that has lost its widget (after setClosing(false), or because the widget
@@ -146,7 +145,8 @@ public:
      * Writes values into widgets. A key is <objectName>_<property>, read as Latin-1; pieces after a second
      * underscore are ignored; a key without an underscore is skipped. All widgets of that name are
      * written, the value converted to the property's type. Unknown names are skipped. Each write leaves
-     * a line in Qt's debug output, with the object name that the widget has after it.
+     * a line in Qt's debug output, with the object name that the widget has after it, and with asterisks for
+     * the value when the widget is a line edit that hides its text.
      */
     void updateProperties(const ZEFDictionary& properties);
     /*!
@@ -225,6 +225,10 @@ public:
      * Qt's debug output has each value that was read, a method that the delegate does not have, and a
      * widget or property that does not exist; the method is not called then. A parameter name without
      * exactly one underscore adds no value: the call has one value too few, and Qt finds no method for it.
+     * What was typed into a line edit that hides its text is shown as a row of asterisks.
+     *
+     * A method that runs an event loop keeps its form and its context until it returns, whatever the user
+     * closes meanwhile.
      */
     void dispatch(QObject* sender, const char* signal);
     //! The index of the delegate's first method called \a name; -1 without one or without a delegate.
@@ -240,6 +244,7 @@ public:
      * Connects the slots on_<object>_<signal> of \a receiver to the objects of the form. Only slots that
      * the receiver's own class declares count, not inherited ones; of several objects that fit the first
      * wins. A slot without a match leaves a line in Qt's debug output. A second call connects a second time.
+     * The slots may call close().
      */
     void connectSlotsByName(QObject* receiver);
 
@@ -266,13 +271,12 @@ public:
     int closeSelection() const;
     void setCloseSelection(int selection);
     /*!
-     * Closes the host, which answers the client, and deletes it at once and with it this element. Nothing
-     * of the form may be touched afterwards. When Qt is closing, hiding or showing the host or a child's at
-     * that moment, or has closed it already, or while an operation of this class writes to the form, or in a
-     * slot of a signal of the form's widgets (other than clicked()), the client is answered just as
-     * well, and the deletion waits for about a millisecond. For widgets that were added to the form after it
-     * was loaded that does not hold, nor for those of a child whose element was deleted on its own, nor for
-     * destroyed() or Qt's signals of the host itself, as windowTitleChanged(): use the host's deleteLater().
+     * Closes the host, which answers the client, and deletes it at once and with it this element: nothing of
+     * the form may be touched afterwards. While an event of the host, an operation of this class, a receiver
+     * of respondClosed(), or a slot of connectSlotsByName() is still running, the client is answered just as
+     * well, and the host is deleted when that has returned to the event loop. In a slot that you connected
+     * yourself to a signal of a widget, other than clicked(), queue the call: \c
+     * QMetaObject::invokeMethod(element, &ZEFUIElement::close, Qt::QueuedConnection).
      */
     void close();
     //! bringToFront(true)
@@ -286,7 +290,7 @@ public:
 public Q_SLOTS:
     //! The tick, every 100 ms until the form closes.
     void housekeeping();
-    //! Deletes the host, which deletes this element.
+    //! Deletes the host, which deletes this element: at once, or later as close() does.
     void destroy();
     //! Forgets the host.
     void widgetDestroyed();

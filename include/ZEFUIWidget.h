@@ -62,8 +62,6 @@ protected:
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFUIWidget)
-    void respond();
 
     QPointer<ZEFUIElement> m_element;
-    bool m_responded = false;
 };

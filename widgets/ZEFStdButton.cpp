@@ -1,7 +1,6 @@
 #include "ZEFStdButton.h"
 
-#include <element/debugOutput.h>
-
+#include <QtCore/QDebug>
 #include <QtGui/QImage>
 #include <QtGui/QPaintEngine>
 #include <QtGui/QPainter>
@@ -15,6 +14,12 @@ constexpr double CornerRadius = 4.0;
 constexpr double MostImagePixels = 1 << 24;
 // A larger body is drawn anew each time.
 constexpr double MostBodyPixels = 1 << 17;
+
+//! A text of a form is data and never a format.
+void writeDebug(const QString& text)
+{
+    qDebug("%s", qUtf8Printable(text));
+}
 
 QPainterPath roundedRectangle(const QRectF& rect, double radius)
 {
