@@ -24,7 +24,8 @@ public:
     public:
         enum Hold {
             Always,
-            //! The code that is called may delete the host itself; only what a nested event loop does must wait.
+            //! The code that is called may delete the host itself; only what a nested event loop does must
+            //! wait.
             InNestedLoops
         };
         Work(QObject* object, ZEFUIElement* element, Hold hold = Always);

@@ -38,7 +38,8 @@ public:
     QPointer<QWidget> widget;
     QMap<QString, QString> interpolationSources;
     QList<ZEFUIElement*> childElements;
-    //! The elements that have this one as a child: the parent element, and those that it was added to by hand.
+    //! The elements that have this one as a child: the parent element, and those that it was added to by
+    //! hand.
     QList<ZEFUIElement*> owners;
     bool loaded = false;
     bool closing = false;

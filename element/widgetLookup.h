@@ -28,8 +28,8 @@ template <class Visit> void forEachDescendant(const QObject* parent, const Visit
     }
 }
 
-//! All widgets below \a host, in the order of findChildren(). Guarded: what the caller does with one may delete
-//! others.
+//! All widgets below \a host, in the order of findChildren(). Guarded: what the caller does with one may
+//! delete others.
 inline QList<QPointer<QWidget>> widgetsBelow(const QWidget* host)
 {
     QList<QPointer<QWidget>> widgets;

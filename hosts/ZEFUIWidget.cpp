@@ -80,7 +80,8 @@ void ZEFUIWidget::keyPressEvent(QKeyEvent* e)
         HostLife::of(m_element).end();
     // Qt would offer the ignored key to the parent of this host next, unless the widget that got it first is
     // gone. A cell of a format edit may outlive its host.
-    if (!self && std::any_of(widgets.cbegin(), widgets.cend(), [](const auto& widget) { return bool(widget); }))
+    if (!self
+        && std::any_of(widgets.cbegin(), widgets.cend(), [](const auto& widget) { return bool(widget); }))
         e->accept();
 }
 

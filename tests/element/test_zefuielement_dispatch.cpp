@@ -198,7 +198,10 @@ private Q_SLOTS:
     void nullSenderAndNoDelegate();
     void directCallOfTheSlotDoesNothing();
     void delegateMayDieFirst();
-    void afterForgettingTheWidgetNothingHappens();
+    void afterForgettingTheWidgetNothingIsWired();
+    void afterForgettingTheWidgetClicksGoOn();
+    void hiddenTextsAreNotShown_data();
+    void hiddenTextsAreNotShown();
     void delegateInAnotherThread();
     void emptyWidgetNameMeansNamelessWidgets();
     void findMethod();
@@ -418,20 +421,62 @@ void TestZEFUIElementDispatch::delegateMayDieFirst()
     QCOMPARE(calls, QStringList(u"ok 0"_s));
 }
 
-void TestZEFUIElementDispatch::afterForgettingTheWidgetNothingHappens()
+void TestZEFUIElementDispatch::afterForgettingTheWidgetNothingIsWired()
 {
     Delegate delegate;
     element()->setDelegate(&delegate);
     element()->setClosing(false);
     TestLog::takeAll();
-    child(u"okButton"_s)->click();
-    element()->dispatch(child(u"okButton"_s), "clicked");
     element()->makeOrBreakConnections(true);
     element()->connectWidgetTree(true, m_host.get());
     element()->connectSlotsByName(&delegate);
     element()->setFormPath(u"labels"_s);
     QCOMPARE(TestLog::takeAll(), QStringList());
     QCOMPARE(calls, QStringList());
+}
+
+void TestZEFUIElementDispatch::afterForgettingTheWidgetClicksGoOn()
+{
+    // The form is still on the screen; its clicks are dispatched, but no widget is found any more.
+    Delegate delegate;
+    element()->setDelegate(&delegate);
+    element()->setClosing(false);
+    TestLog::takeAll();
+    m_host->findChild<QAbstractButton*>(u"okButton"_s)->click();
+    QCOMPARE(std::exchange(calls, {}), QStringList(u"ok 0"_s));
+    m_host->findChild<QAbstractButton*>(u"agree"_s)->click();
+    m_host->findChild<QAbstractButton*>(u"under_score"_s)->click();
+    QCOMPARE(TestLog::takeAll(),
+             QStringList({u"debug: Could not find a widget nameEdit with property text"_s,
+                          u"debug: Could not find a method under_score_clicked on delegate"_s}));
+    QCOMPARE(calls, QStringList());
+}
+
+void TestZEFUIElementDispatch::hiddenTextsAreNotShown_data()
+{
+    QTest::addColumn<QLineEdit::EchoMode>("mode");
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("normal") << QLineEdit::Normal << true;
+    QTest::newRow("password") << QLineEdit::Password << false;
+    QTest::newRow("no echo") << QLineEdit::NoEcho << false;
+    QTest::newRow("password, echoed while it is typed") << QLineEdit::PasswordEchoOnEdit << false;
+}
+
+void TestZEFUIElementDispatch::hiddenTextsAreNotShown()
+{
+    QFETCH(const QLineEdit::EchoMode, mode);
+    QFETCH(const bool, shown);
+    Delegate delegate;
+    element()->setDelegate(&delegate);
+    for (auto* edit : m_host->findChildren<QLineEdit*>(u"nameEdit"_s)) {
+        edit->setText(u"secret"_s);
+        edit->setEchoMode(mode);
+    }
+    TestLog::takeAll();
+    child<QCheckBox>(u"agree"_s)->click();
+    const QString line = u"debug: got property from nameEdit.text="_s + (shown ? u"secret"_s : u"********"_s);
+    QCOMPARE(TestLog::takeAll(), QStringList({line, line, u"debug: got property from agree.checked=true"_s}));
+    QCOMPARE(calls, QStringList(u"agree secret true"_s)); // the delegate gets it all the same
 }
 
 void TestZEFUIElementDispatch::delegateInAnotherThread()

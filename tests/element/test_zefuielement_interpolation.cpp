@@ -69,6 +69,7 @@ private Q_SLOTS:
     void updateIgnoresFurtherPieces();
     void updateSkips_data();
     void updateSkips();
+    void hiddenTextsAreNotShown();
     void updateLinesAreData();
     void updateReportsRefusedWrites();
     void updateEmptyNameMeansNamelessWidgets();
@@ -157,6 +158,17 @@ void TestZEFUIElementInterpolation::updateSkips()
     element()->updateProperties({{key, u"value"_s}});
     QCOMPARE(TestLog::takeAll(), QStringList());
     QCOMPARE(m_host->windowTitle(), QString());
+}
+
+void TestZEFUIElementInterpolation::hiddenTextsAreNotShown()
+{
+    show(u"names"_s);
+    const auto edits = m_host->findChildren<QLineEdit*>(u"nameEdit"_s);
+    edits.at(0)->setEchoMode(QLineEdit::Password);
+    element()->updateProperties({{u"nameEdit_text"_s, u"secret"_s}});
+    QCOMPARE(TestLog::takeAll(), QStringList({u"debug: set property on nameEdit.text=********"_s,
+                                              u"debug: set property on nameEdit.text=secret"_s}));
+    QCOMPARE(edits.at(0)->text(), u"secret"_s);
 }
 
 void TestZEFUIElementInterpolation::updateLinesAreData()

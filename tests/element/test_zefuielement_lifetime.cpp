@@ -69,28 +69,37 @@ protected:
     }
 };
 
-//! A receiver that closes a form.
+//! Closes a form in a slot that connectSlotsByName() connects to the form "names".
 class FormCloser : public QObject {
     Q_OBJECT
 
 public:
-    explicit FormCloser(ZEFUIElement* element)
+    FormCloser(ZEFUIElement* element, const QString& signal)
         : m_element(element)
+        , m_signal(signal)
     {
     }
 
-    bool closed = false;
+    int closed = 0;
 
 public Q_SLOTS:
-    void close()
+    void on_okButton_pressed() { close(u"pressed"_s); }
+    void on_okButton_released() { close(u"released"_s); }
+    void on_nameEdit_returnPressed() { close(u"returnPressed"_s); }
+    void on_nameEdit_editingFinished() { close(u"editingFinished"_s); }
+
+private:
+    void close(const QString& signal)
     {
-        closed = true;
+        if (signal != m_signal)
+            return;
+        ++closed;
         if (m_element)
             m_element->close();
     }
 
-private:
-    QPointer<ZEFUIElement> m_element;
+    const QPointer<ZEFUIElement> m_element;
+    const QString m_signal;
 };
 
 class TestZEFUIElementLifetime : public ElementTest {
@@ -120,8 +129,6 @@ private Q_SLOTS:
     void closeOfAFormlessHost();
     void closeOfAPlainWidget();
     void closeFromTheClosingSignal();
-    void slotOfAFormWidgetSignalMayClose_data();
-    void slotOfAFormWidgetSignalMayClose();
     void closeDeletesAtOnceAfterAClick_data();
     void closeDeletesAtOnceAfterAClick();
     void delegateOfAClickMayCloseAtOnce();
@@ -461,44 +468,6 @@ void TestZEFUIElementLifetime::closeFromTheClosingSignal()
     QVERIFY(!host);
 }
 
-void TestZEFUIElementLifetime::slotOfAFormWidgetSignalMayClose_data()
-{
-    QTest::addColumn<QString>("widget");
-    QTest::addColumn<QByteArray>("signal");
-    QTest::addColumn<int>("key");
-    QTest::newRow("Return") << u"nameEdit"_s << QByteArray("2returnPressed()") << int(Qt::Key_Return);
-    QTest::newRow("end of editing") << u"nameEdit"_s << QByteArray("2editingFinished()")
-                                    << int(Qt::Key_Return);
-    QTest::newRow("typing") << u"nameEdit"_s << QByteArray("2textEdited(QString)") << int(Qt::Key_A);
-    QTest::newRow("text") << u"nameEdit"_s << QByteArray("2textChanged(QString)") << int(Qt::Key_Backspace);
-    QTest::newRow("caret") << u"nameEdit"_s << QByteArray("2cursorPositionChanged(int,int)")
-                           << int(Qt::Key_Home);
-    QTest::newRow("check box") << u"agree"_s << QByteArray("2toggled(bool)") << int(Qt::Key_Space);
-    QTest::newRow("spin box") << u"count"_s << QByteArray("2valueChanged(int)") << int(Qt::Key_Up);
-}
-
-void TestZEFUIElementLifetime::slotOfAFormWidgetSignalMayClose()
-{
-    QFETCH(const QString, widget);
-    QFETCH(const QByteArray, signal);
-    QFETCH(const int, key);
-    int contexts = 0;
-    int answers = 0;
-    const QPointer<ZEFUIWidget> host(
-        new ZEFUIWidget(u"names"_s, u"en"_s, nullptr, Qt::Window, new CountingContext(&contexts)));
-    connect(host, &ZEFUIWidget::respondClosed, this, [&] { ++answers; });
-    const QPointer<QWidget> emitter(host->findChild<QWidget*>(widget));
-    FormCloser closer(host->element());
-    QVERIFY(connect(emitter, signal.constData(), &closer, "1close()"));
-    QTest::keyClick(emitter.data(), static_cast<Qt::Key>(key));
-    QVERIFY(closer.closed);
-    QCOMPARE(answers, 1);
-    // Qt was in the middle of the widget's own work.
-    QVERIFY(emitter);
-    QTRY_VERIFY(!host);
-    QCOMPARE(contexts, 1);
-}
-
 void TestZEFUIElementLifetime::closeDeletesAtOnceAfterAClick_data()
 {
     QTest::addColumn<QString>("widget");
@@ -545,15 +514,15 @@ void TestZEFUIElementLifetime::closeWaitsWhileQtWorksWithAButton()
     const QPointer<QPushButton> button(host->findChild<QPushButton*>(u"okButton"_s));
     button->setFocus();
     QTRY_VERIFY(button->hasFocus());
-    FormCloser closer(host->element());
-    connect(button, animated ? &QPushButton::pressed : &QPushButton::released, &closer, &FormCloser::close);
+    FormCloser closer(host->element(), animated ? u"pressed"_s : u"released"_s);
+    host->element()->connectSlotsByName(&closer);
     if (animated) {
         button->animateClick();
     } else {
         button->setDown(true);
         host->findChild<QWidget*>(u"agree"_s)->setFocus();
     }
-    QVERIFY(closer.closed);
+    QCOMPARE(closer.closed, 1);
     QVERIFY(button);
     QTRY_VERIFY(!host);
 }
@@ -576,10 +545,10 @@ void TestZEFUIElementLifetime::closeWaitsForASignalOfAChildsForm()
     const QPointer<ZEFUIWidget> host(new ZEFUIWidget(u"labels"_s, u"en"_s, nullptr, Qt::Window, nullptr));
     auto* child = new ZEFUIWidget(u"names"_s, u"en"_s, host, Qt::Window, nullptr);
     const QPointer<QLineEdit> edit(child->findChild<QLineEdit*>(u"nameEdit"_s));
-    FormCloser closer(host->element());
-    connect(edit, &QLineEdit::returnPressed, &closer, &FormCloser::close);
+    FormCloser closer(host->element(), u"returnPressed"_s);
+    host->element()->connectSlotsByName(&closer); // the child's widgets belong to the host too
     QTest::keyClick(edit.data(), Qt::Key_Return);
-    QVERIFY(closer.closed);
+    QCOMPARE(closer.closed, 1);
     QVERIFY(edit);
     QTRY_VERIFY(!host);
     QVERIFY(!edit);
@@ -607,11 +576,11 @@ void TestZEFUIElementLifetime::closeWaitsForAChildThatDies()
     auto* edit = child->findChild<QLineEdit*>(u"nameEdit"_s);
     edit->setFocus();
     QTRY_VERIFY(edit->hasFocus());
-    FormCloser closer(host->element());
+    FormCloser closer(host->element(), u"editingFinished"_s);
+    host->element()->connectSlotsByName(&closer);
     // Qt moves the focus when the child's window goes.
-    connect(edit, &QLineEdit::editingFinished, &closer, &FormCloser::close);
     delete child;
-    QVERIFY(closer.closed);
+    QCOMPARE(closer.closed, 1);
     QVERIFY(host);
     QTRY_VERIFY(!host);
 }
@@ -633,7 +602,6 @@ void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose()
     QFETCH(QString, deed);
     int contexts = 0;
     int answers = 0;
-    int finished = 0;
     QPointer<QWidget> host;
     if (dialog) {
         auto* made =
@@ -654,10 +622,8 @@ void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose()
     edit->setFocus();
     QTRY_VERIFY(edit->hasFocus());
     QTest::keyClick(edit, Qt::Key_A);
-    connect(edit, &QLineEdit::editingFinished, this, [&] {
-        ++finished;
-        element->close();
-    });
+    FormCloser closer(element, u"editingFinished"_s);
+    element->connectSlotsByName(&closer);
     ZEFDictionary dictionary{{u"key"_s, u"2"_s}};
     ZEFDictionaryList list;
     list.append(&dictionary);
@@ -676,7 +642,7 @@ void TestZEFUIElementLifetime::slotOfAFormWidgetMayClose()
     else
         host->close();
     QTRY_VERIFY(!host);
-    QCOMPARE(finished, 1);
+    QCOMPARE(closer.closed, 1);
     QCOMPARE(answers, 1);
     QCOMPARE(contexts, 1);
     TestLog::take(u"debug: set property on "_s);

@@ -540,6 +540,9 @@ void TestZEFUIElementLoading::elementWithoutWidget()
         QCOMPARE(element.formPath(), QString());
     }
     QCOMPARE(deletions, 1);
+    // The sender of a click need not be a widget of the form.
+    QCOMPARE(TestLog::take(u"debug: "_s),
+             QStringList(u"debug: Could not find a method _clicked on delegate"_s));
 }
 
 void TestZEFUIElementLoading::contextIsReplacedNotDeleted()

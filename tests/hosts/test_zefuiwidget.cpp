@@ -23,6 +23,7 @@ private Q_SLOTS:
     void answerCarriesContextAndSelection();
     void escapeAnswersAndDeletesAtOnce();
     void escapeInAFormatEditGoesNoFurther();
+    void escapeIsIgnored();
     void escapeAfterCloseAnswersOnce();
     void escapeTwiceAnswersOnce();
     void escapeOfAPopupAnswersOnce();
@@ -231,6 +232,17 @@ void TestZEFUIWidget::escapeInAFormatEditGoesNoFurther()
     QVERIFY(escape.isAccepted());
 }
 
+void TestZEFUIWidget::escapeIsIgnored()
+{
+    // as QWidget leaves it: whoever sent the key may offer it to somebody else
+    const QPointer<ZEFUIWidget> host(makeHost().release());
+    host->show();
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(host, &escape);
+    QVERIFY(!host);
+    QVERIFY(!escape.isAccepted());
+}
+
 void TestZEFUIWidget::escapeAfterCloseAnswersOnce()
 {
     int answered = 0;
@@ -324,8 +336,7 @@ void TestZEFUIWidget::receiverMayDeleteTheHost_data()
     QTest::addColumn<QString>("way");
     QTest::addColumn<QString>("deed");
     for (const QString& way : {u"close"_s, u"window system"_s, u"escape"_s, u"element"_s, u"click"_s}) {
-        for (const QString& deed :
-             {u"delete host"_s, u"delete element"_s, u"close element"_s, u"event loop"_s})
+        for (const QString& deed : {u"delete host"_s, u"delete element"_s, u"close element"_s})
             QTest::addRow("%s, %s", qPrintable(way), qPrintable(deed)) << way << deed;
     }
 }
@@ -343,10 +354,8 @@ void TestZEFUIWidget::receiverMayDeleteTheHost()
             delete host;
         else if (deed == u"delete element")
             delete host->element();
-        else if (deed == u"close element")
-            host->element()->close();
         else
-            QTRY_VERIFY(!host); // long enough for the tick, unless nothing deletes the host meanwhile
+            host->element()->close();
     });
     host->show();
     if (way == u"close")
