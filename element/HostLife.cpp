@@ -134,9 +134,8 @@ void HostLife::end()
 bool HostLife::isHeld() const
 {
     const int loopLevel = QThread::currentThread()->loopLevel();
-    return std::any_of(works().cbegin(), works().cend(), [&](const Work* work) {
-        return work->m_loopLevel < loopLevel && takesAlong(*work);
-    });
+    return std::any_of(works().cbegin(), works().cend(),
+                       [&](const Work* work) { return work->m_loopLevel < loopLevel && takesAlong(*work); });
 }
 
 //! Whether the end of the host would delete what \a work is about. A host takes along what is inside it, and

@@ -214,6 +214,9 @@ void ZEFUIElement::setFormPath(const QString& name)
     if (!d->widget)
         return;
     const QPointer<ZEFUIElement> self(this);
+    d->formRoot.release();
+    const bool wasFixed =
+        d->widget->layout() && d->widget->layout()->sizeConstraint() == QLayout::SetFixedSize;
 
     // The old form's end may have loaded another form in here: the last name asked for stays the only one.
     while (const QPointer<QLayout> layout = d->widget->layout()) {
@@ -228,6 +231,11 @@ void ZEFUIElement::setFormPath(const QString& name)
             return;
         delete layout;
         d->loaded = false;
+    }
+    if (wasFixed) {
+        // The layout leaves behind what it had fixed, and the next form is another size.
+        d->widget->setMinimumSize(0, 0);
+        d->widget->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     }
 
     d->formName.clear();
@@ -254,6 +262,9 @@ void ZEFUIElement::setFormPath(const QString& name)
         return;
     }
     file.close();
+    d->formRoot.adopt(form);
+    if (!self || !d->widget || !form)
+        return;
     auto* layout = new QVBoxLayout;
     d->widget->setLayout(layout);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -265,6 +276,8 @@ void ZEFUIElement::setFormPath(const QString& name)
     d->loaded = true;
     d->formName = QFileInfo(name).baseName();
     form->setLocale(QLocale(d->locale));
+    if (wasFixed && self && d->widget)
+        d->widget->adjustSize();
 }
 
 void ZEFUIElement::setWidgetStyleSheet(QWidget* widget, const QString& name)

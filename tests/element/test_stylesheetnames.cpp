@@ -1,26 +1,8 @@
 #include <ElementTest.h>
+#include <TestResources.h>
 
 #include <element/StyleSheetNames.h>
-#include <tools/preview/ResourceFile.h>
-
-#include <QtCore/QResource>
-
 namespace {
-
-//! Files that are resources while this object lives.
-class Resources {
-public:
-    explicit Resources(const ResourceContents& contents)
-        : m_bytes(resourceFile(contents))
-    {
-        QResource::registerResource(reinterpret_cast<const uchar*>(m_bytes.constData()));
-    }
-    ~Resources() { QResource::unregisterResource(reinterpret_cast<const uchar*>(m_bytes.constData())); }
-
-private:
-    Q_DISABLE_COPY_MOVE(Resources)
-    QByteArray m_bytes;
-};
 
 QByteArray formWith(const QString& objectName)
 {
@@ -46,11 +28,11 @@ void TestStyleSheetNames::knowsTheNamesOfTheMoment()
 {
     const StyleSheetNames before;
     QVERIFY(!before.mayContain(u"ok"_s));
-    const Resources resources({{u"css/ok.css"_s, "a"},
-                               {u"css/win_title.css"_s, "b"},
-                               {u"css/.css"_s, "c"},
-                               {u"css/note.txt"_s, "d"}});
-    const Resources more({{u"css/later.css"_s, "e"}});
+    const TestResources resources({{u"css/ok.css"_s, "a"},
+                                   {u"css/win_title.css"_s, "b"},
+                                   {u"css/.css"_s, "c"},
+                                   {u"css/note.txt"_s, "d"}});
+    const TestResources more({{u"css/later.css"_s, "e"}});
     const StyleSheetNames names;
     QVERIFY(!before.mayContain(u"ok"_s));
     for (const QString& name : {u"ok"_s, u"title"_s, u"win_title"_s, QString(), u"later"_s})
@@ -88,14 +70,14 @@ void TestStyleSheetNames::oddNamesAreStyledLikeByName()
 {
     QFETCH(QString, name);
     QFETCH(QString, sheet);
-    const Resources resources({{u"forms/odd.ui"_s, formWith(name)},
-                               {u"css/ok.css"_s, "QLabel { color: #000001 }"},
-                               {u"css/win_title.css"_s, "QLabel { color: #000002 }"},
-                               {u"css/.css"_s, "QLabel { color: #000003 }"},
-                               {u"other/ok.css"_s, "QLabel { color: #000004 }"},
-                               {u"css/two words %1.css"_s, "QLabel { color: #000005 }"},
-                               {u"css/gr\u00fcn.css"_s, "QLabel { color: #000006 }"},
-                               {u"css/..css"_s, "QLabel { color: #000007 }"}});
+    const TestResources resources({{u"forms/odd.ui"_s, formWith(name)},
+                                   {u"css/ok.css"_s, "QLabel { color: #000001 }"},
+                                   {u"css/win_title.css"_s, "QLabel { color: #000002 }"},
+                                   {u"css/.css"_s, "QLabel { color: #000003 }"},
+                                   {u"other/ok.css"_s, "QLabel { color: #000004 }"},
+                                   {u"css/two words %1.css"_s, "QLabel { color: #000005 }"},
+                                   {u"css/gr\u00fcn.css"_s, "QLabel { color: #000006 }"},
+                                   {u"css/..css"_s, "QLabel { color: #000007 }"}});
     const ZEFUIWidget host(u"odd"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
     QVERIFY(host.element()->loaded());
     const auto* label = host.findChild<QWidget*>(u"form"_s)->findChild<QWidget*>();
@@ -110,7 +92,7 @@ void TestStyleSheetNames::oddNamesAreStyledLikeByName()
 
 void TestStyleSheetNames::sheetsMayComeAndGoBetweenLoads()
 {
-    const Resources form({{u"forms/odd.ui"_s, formWith(u"ok"_s)}});
+    const TestResources form({{u"forms/odd.ui"_s, formWith(u"ok"_s)}});
     const ZEFUIWidget host(u"odd"_s, u"en"_s, nullptr, Qt::WindowFlags(), nullptr);
     const auto reloadedSheet = [&] {
         host.element()->setFormPath(u"odd"_s);
@@ -118,9 +100,9 @@ void TestStyleSheetNames::sheetsMayComeAndGoBetweenLoads()
     };
     QCOMPARE(reloadedSheet(), QString());
     {
-        const Resources sheet({{u"css/ok.css"_s, "QLabel { color: blue }"}});
+        const TestResources sheet({{u"css/ok.css"_s, "QLabel { color: blue }"}});
         QCOMPARE(reloadedSheet(), u"QLabel { color: blue }"_s);
-        const Resources sheetForWindows({{u"css/win_ok.css"_s, "QLabel { color: red }"}});
+        const TestResources sheetForWindows({{u"css/win_ok.css"_s, "QLabel { color: red }"}});
         QCOMPARE(reloadedSheet(), u"QLabel { color: red }"_s);
     }
     QCOMPARE(reloadedSheet(), QString());
