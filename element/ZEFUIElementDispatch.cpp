@@ -2,6 +2,7 @@
 
 #include "ZEFUIElementPrivate.h"
 
+#include "StyleSheetNames.h"
 #include "debugOutput.h"
 #include "widgetLookup.h"
 
@@ -139,6 +140,7 @@ void ZEFUIElement::connectWidgetTree(bool connect, QWidget* root)
             QObject::disconnect(sender, signal, receiver, slot);
     };
 
+    const StyleSheetNames styleSheets;
     for (const QPointer<QWidget>& widget : widgetsBelow(d->widget)) {
         if (!widget)
             continue;
@@ -146,7 +148,8 @@ void ZEFUIElement::connectWidgetTree(bool connect, QWidget* root)
             wire(widget, "2clicked(bool)", d->widget, "1clicked(bool)");
         if (widget->objectName() == u"close")
             wire(widget, "2clicked()", d->widget, "1rootClosed()");
-        setWidgetStyleSheet(widget, QString());
+        if (styleSheets.mayContain(widget->objectName()))
+            setWidgetStyleSheet(widget, QString());
         if (!self || !d->widget)
             return;
     }

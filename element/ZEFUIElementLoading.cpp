@@ -2,18 +2,20 @@
 
 #include "ZEFUIElementPrivate.h"
 
+#include "FormCheck.h"
 #include "ZEFUILoader.h"
 #include "customClasses.h"
 #include "debugOutput.h"
-#include "formCheck.h"
 
 #include <ZEFBase.h>
 #include <ZEFTranslatorCache.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
+#include <QtCore/QSet>
 #include <QtCore/QTranslator>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QVBoxLayout>
@@ -57,12 +59,31 @@ QString resourcePath(const QString& folder, const QString& name, const QString& 
 }
 
 //! The classes that \a loader creates without a promotion.
-QStringList creatableWidgets(const ZEFUILoader& loader)
+FormCheck::Classes classesOf(const ZEFUILoader& loader)
 {
-    QStringList classes = loader.availableWidgets();
+    const QStringList layouts = loader.availableLayouts();
+    const QStringList widgets = loader.availableWidgets();
+    FormCheck::Classes classes = {{layouts.cbegin(), layouts.cend()}, {widgets.cbegin(), widgets.cend()}};
     for (const CustomClass& entry : customClasses())
-        classes.append(entry.name);
+        classes.widgets.insert(entry.name);
     return classes;
+}
+
+//! Whether Qt can build the form. Finding out takes a quarter of a load, so that it is done once for each
+//! form.
+bool canBuild(const QByteArray& contents, const ZEFUILoader& loader)
+{
+    constexpr qsizetype mostRemembered = 1000;
+    static QSet<QByteArray> sound;
+    const QByteArray digest = QCryptographicHash::hash(contents, QCryptographicHash::Blake2b_256);
+    if (sound.contains(digest))
+        return true;
+    if (!FormCheck::faultsOf(contents, classesOf(loader)).isEmpty())
+        return false;
+    if (sound.size() == mostRemembered)
+        sound.clear();
+    sound.insert(digest);
+    return true;
 }
 
 } // namespace
@@ -193,6 +214,9 @@ void ZEFUIElement::setFormPath(const QString& name)
     if (!d->widget)
         return;
     const QPointer<ZEFUIElement> self(this);
+    d->formRoot.release();
+    const bool wasFixed =
+        d->widget->layout() && d->widget->layout()->sizeConstraint() == QLayout::SetFixedSize;
 
     // The old form's end may have loaded another form in here: the last name asked for stays the only one.
     while (const QPointer<QLayout> layout = d->widget->layout()) {
@@ -208,6 +232,11 @@ void ZEFUIElement::setFormPath(const QString& name)
         delete layout;
         d->loaded = false;
     }
+    if (wasFixed) {
+        // The layout leaves behind what it had fixed, and the next form is another size.
+        d->widget->setMinimumSize(0, 0);
+        d->widget->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    }
 
     d->formName.clear();
     d->formPath = resourcePath(QStringLiteral("forms"), name, QStringLiteral("ui"));
@@ -222,7 +251,7 @@ void ZEFUIElement::setFormPath(const QString& name)
         return;
     }
     QPointer<QWidget> form;
-    if (isSafeToBuild(&file, loader.availableLayouts(), creatableWidgets(loader))) {
+    if (canBuild(file.readAll(), loader)) {
         file.seek(0);
         form = loader.load(&file, d->widget);
     }
@@ -233,6 +262,9 @@ void ZEFUIElement::setFormPath(const QString& name)
         return;
     }
     file.close();
+    d->formRoot.adopt(form);
+    if (!self || !d->widget || !form)
+        return;
     auto* layout = new QVBoxLayout;
     d->widget->setLayout(layout);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -244,6 +276,8 @@ void ZEFUIElement::setFormPath(const QString& name)
     d->loaded = true;
     d->formName = QFileInfo(name).baseName();
     form->setLocale(QLocale(d->locale));
+    if (wasFixed && self && d->widget)
+        d->widget->adjustSize();
 }
 
 void ZEFUIElement::setWidgetStyleSheet(QWidget* widget, const QString& name)

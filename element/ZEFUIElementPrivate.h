@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FormRoot.h"
 #include "HostLife.h"
 #include "NamedSlotWatch.h"
 
@@ -36,6 +37,7 @@ public:
     QString formPath;
     QString styleSheetPath;
     QPointer<QWidget> widget;
+    FormRoot formRoot;
     QMap<QString, QString> interpolationSources;
     QList<ZEFUIElement*> childElements;
     //! The elements that have this one as a child: the parent element, and those that it was added to by

@@ -10,7 +10,6 @@
 namespace {
 
 constexpr double alike = 0.7;
-constexpr int longestPromotion = 16;
 constexpr qsizetype longestName = 100;
 
 struct QtClass {
@@ -129,7 +128,7 @@ QString mostAlike(const QString& className, const QStringList& candidates)
 QString lastPromotion(const Form& form, QString className)
 {
     // A class may be promoted from itself in a broken form.
-    for (int step = 0; step < longestPromotion && !ClassCatalog::find(className); ++step) {
+    for (qsizetype step = 0; step < FormCheck::deepest && !ClassCatalog::find(className); ++step) {
         const auto base = form.promotedClasses.constFind(className);
         if (base == form.promotedClasses.cend())
             break;
@@ -154,6 +153,16 @@ bool ClassCatalog::isPromotedForever(const Form& form, const FormWidget& widget)
 {
     const QString last = lastPromotion(form, widget.className);
     return !find(last) && form.promotedClasses.contains(last);
+}
+
+const FormCheck::Classes& ClassCatalog::formClasses()
+{
+    static const FormCheck::Classes classes = [] {
+        const QStringList layouts = layoutClassNames();
+        const QStringList widgets = knownClasses().keys();
+        return FormCheck::Classes{{layouts.cbegin(), layouts.cend()}, {widgets.cbegin(), widgets.cend()}};
+    }();
+    return classes;
 }
 
 QString ClassCatalog::nearestLayout(const QString& className)

@@ -14,8 +14,11 @@ const QMetaObject* find(const QString& className);
 //! What the loader makes of the widget: its class, or the class it was promoted from; null for nothing.
 const QMetaObject* created(const Form& form, const FormWidget& widget);
 
-//! Whether the class of the widget is promoted from one that is promoted from it, or by too many steps.
+//! Whether the class of the widget is promoted in a circle or too often: the form does not load.
 bool isPromotedForever(const Form& form, const FormWidget& widget);
+
+//! All classes that the loader creates.
+const FormCheck::Classes& formClasses();
 
 /*!
  * The known class whose name is most alike, empty when none is. A name of the library's family is

@@ -46,6 +46,7 @@ class FormReader {
 public:
     FormReader(const QString& path, const QByteArray& contents)
         : m_xml(contents)
+        , m_check(ClassCatalog::formClasses())
     {
         m_form.path = path;
     }
@@ -68,6 +69,7 @@ private:
     QString attribute(QLatin1String name) const { return m_xml.attributes().value(name).toString(); }
 
     QXmlStreamReader m_xml;
+    FormCheck m_check;
     Form m_form;
     QList<Element> m_open{Element::Document};
     QList<qsizetype> m_openWidgets;
@@ -83,7 +85,9 @@ private:
 std::optional<Form> FormReader::read(QString* error)
 {
     while (!m_xml.atEnd() && !m_xml.hasError()) {
-        switch (m_xml.readNext()) {
+        m_xml.readNext();
+        m_check.look(m_xml);
+        switch (m_xml.tokenType()) {
         case QXmlStreamReader::StartElement:
             startElement();
             break;
@@ -109,6 +113,7 @@ std::optional<Form> FormReader::read(QString* error)
             + m_xml.errorString().simplified();
         return std::nullopt;
     }
+    m_form.faults = m_check.faults();
     // The promotions stand at the end of a form.
     for (FormWidget& widget : m_form.widgets)
         widget.created = ClassCatalog::created(m_form, widget);
@@ -119,19 +124,12 @@ void FormReader::startElement()
 {
     const Element element = elementIn(m_open.constLast());
     m_open.append(element);
-    if (const qsizetype depth = m_open.size() - 1; depth > m_form.depth) {
-        m_form.depth = depth;
-        m_form.deepestLine = m_xml.lineNumber();
-    }
     m_text.clear();
     for (const Suppression& suppression : std::as_const(m_pendingSuppressions)) {
         m_openSuppressions.append({m_open.size(), m_form.suppressions.size()});
         m_form.suppressions.append(suppression);
     }
     m_pendingSuppressions.clear();
-
-    if (element == Element::Holder && m_xml.name() == u"layout")
-        m_form.layouts.append({attribute("class"_L1), attribute("name"_L1), m_xml.lineNumber()});
 
     switch (element) {
     case Element::Widget:

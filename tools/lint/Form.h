@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Suppression.h"
+#include "element/FormCheck.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QList>
@@ -39,27 +40,19 @@ struct FormWidget {
     const FormProperty* property(QLatin1String propertyName) const;
 };
 
-struct FormLayout {
-    QString className;
-    QString name;
-    qint64 line = 0;
-};
-
 //! A Qt Designer form as far as the rules want to know it.
 struct Form {
     QString path;
     QString className;
     //! In the order of the file: parents before children. Never empty.
     QList<FormWidget> widgets;
-    QList<FormLayout> layouts;
     //! Texts that are not properties of widgets: items, pages' titles, actions, string lists.
     QList<FormText> otherTexts;
     //! From the class of a promoted widget to the class that it extends.
     QHash<QString, QString> promotedClasses;
     Suppressions suppressions;
-    //! How many elements are open at once at most, and the line where they are.
-    qsizetype depth = 0;
-    qint64 deepestLine = 0;
+    //! What keeps the library from loading the form.
+    QList<FormFault> faults;
 };
 
 //! Without a result, \a error says in one line what is wrong, with the line where it is.

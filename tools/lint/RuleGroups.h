@@ -6,6 +6,7 @@
 
 // rulesClasses.cpp
 void checkClasses(const Project& project, QLatin1String rule, Findings* findings);
+void checkLoading(const Project& project, QLatin1String rule, Findings* findings);
 
 // rulesNames.cpp
 void checkDuplicateNames(const Project& project, QLatin1String rule, Findings* findings);

@@ -24,6 +24,7 @@ const QList<Rule>& rules()
     };
     static const QList<Rule> table = {
         rule("unknown-class", "A class that the form loader cannot create", checkClasses),
+        rule("unloadable-form", "A form that the library refuses to load", checkLoading),
         rule("duplicate-name", "Two widgets of a form share an object name", checkDuplicateNames),
         rule("close-twice", "Two widgets of a form are named \"close\"", checkCloseTwice),
         rule("unaddressable-name", "An object name that delegates or property keys cannot spell",

@@ -1,4 +1,4 @@
-// Classes that the form loader cannot create.
+// Classes that the form loader cannot create, and forms that it cannot build.
 
 #include "ClassCatalog.h"
 #include "RuleGroups.h"
@@ -18,14 +18,12 @@ void checkClasses(const Project& project, QLatin1String rule, Findings* findings
 {
     for (const Form& form : project.forms) {
         for (const FormWidget& widget : form.widgets) {
-            if (ClassCatalog::find(widget.className))
+            if (ClassCatalog::find(widget.className) || ClassCatalog::isPromotedForever(form, widget))
                 continue;
             QString consequence;
             if (const QMetaObject* base = widget.created) {
                 consequence =
                     u"the service shows a plain " + QString::fromLatin1(base->className()) + u" instead";
-            } else if (ClassCatalog::isPromotedForever(form, widget)) {
-                consequence = QStringLiteral("its promotions never end, and the form does not load");
             } else if (widget.parent < 0) {
                 consequence = QStringLiteral("the form does not load");
             } else {
@@ -36,13 +34,17 @@ void checkClasses(const Project& project, QLatin1String rule, Findings* findings
                                   + widget.name + u"\": " + consequence + u". "
                                   + advice(ClassCatalog::nearest(widget.className))});
         }
-        for (const FormLayout& layout : form.layouts) {
-            if (ClassCatalog::layoutClassNames().contains(layout.className))
-                continue;
-            findings->append({rule, form.path, layout.line,
-                              u"the loader cannot create the layout class " + layout.className + u" of \""
-                                  + layout.name + u"\": the form does not load. "
-                                  + advice(ClassCatalog::nearestLayout(layout.className))});
+    }
+}
+
+void checkLoading(const Project& project, QLatin1String rule, Findings* findings)
+{
+    for (const Form& form : project.forms) {
+        for (const FormFault& fault : form.faults) {
+            QString message = fault.reason + u": the form does not load.";
+            if (!fault.layoutClass.isEmpty())
+                message += u' ' + advice(ClassCatalog::nearestLayout(fault.layoutClass));
+            findings->append({rule, form.path, fault.line, message});
         }
     }
 }

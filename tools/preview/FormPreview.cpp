@@ -2,7 +2,6 @@
 
 #include "tools/common/InputFile.h"
 #include "tools/common/Values.h"
-#include "tools/lint/ClassCatalog.h"
 #include "tools/lint/Rules.h"
 #include "tools/preview/CompiledTranslation.h"
 
@@ -26,9 +25,6 @@ namespace {
 
 // An editor writes a file in several steps.
 constexpr auto reloadDelay = 200ms;
-
-// Qt's form loader calls itself for each element inside another one, on a stack of 1 MiB on some systems.
-constexpr qsizetype largestDepth = 300;
 
 bool isReadableFolder(const QString& path, QString* error)
 {
@@ -88,23 +84,6 @@ QString folderAbove(const QString& path)
          above = QFileInfo(folder).absolutePath())
         folder = above;
     return folder;
-}
-
-//! The line of the class without which nothing can be shown, 0 without one.
-qint64 lineThatCannotBeBuilt(const Form& form)
-{
-    if (const FormWidget& top = form.widgets.constFirst(); !top.created)
-        return top.line;
-    // The library refuses the form for these, without naming the line.
-    for (const FormWidget& widget : form.widgets) {
-        if (!widget.created && ClassCatalog::isPromotedForever(form, widget))
-            return widget.line;
-    }
-    for (const FormLayout& layout : form.layouts) {
-        if (!ClassCatalog::layoutClassNames().contains(layout.className))
-            return layout.line;
-    }
-    return 0;
 }
 
 //! Placeholders first, so that a value never brings in one, as it stands with a service's client.
@@ -191,24 +170,26 @@ bool FormPreview::readFiles(ResourceContents* contents, QString* error)
     if (!m_options.translations.isEmpty() && !addTranslations(m_options.translations, contents, error))
         return false;
 
-    if (form->depth > largestDepth) {
-        *error = m_options.form + u':' + QString::number(form->deepestLine) + u": more than "
-            + QString::number(largestDepth) + u" elements are nested here, which is too deep";
+    m_topLine = form->widgets.constFirst().line;
+    const auto lineOfForm = [this](qint64 line) -> QString {
+        return m_options.form + u':' + QString::number(line) + u": ";
+    };
+    if (!form->faults.isEmpty()) {
+        *error = lineOfForm(form->faults.constFirst().line) + form->faults.constFirst().reason;
         return false;
     }
-    m_topLine = form->widgets.constFirst().line;
-    const qint64 fatalLine = lineThatCannotBeBuilt(*form);
+    const bool hasTop = form->widgets.constFirst().created;
     Project project;
     project.forms.append(std::move(*form));
     for (const Finding& finding : checkProject(project, {})) {
         if (finding.rule != "unknown-class"_L1)
             continue;
-        const QString line = finding.file + u':' + QString::number(finding.line) + u": " + finding.message;
-        if (finding.line == fatalLine) {
+        const QString line = lineOfForm(finding.line) + finding.message;
+        if (!hasTop && finding.line == m_topLine) {
             *error = line;
             return false;
         }
-        if (fatalLine == 0)
+        if (hasTop)
             Q_EMIT complaint(line);
     }
     return true;

@@ -141,9 +141,9 @@ void TestZEFUIPreview::whatCannotBeRunIsSaidInOneLine_data()
     row("an endless picture", {u"endless.ui"_s},
         "no picture can be made of a form of 16385x10 pixels; choose another size by --size");
     row("a layout that does not exist", {u"nolayout.ui"_s},
-        "nolayout.ui:5: the loader cannot create the layout class Flow of \"f\": ");
+        "nolayout.ui:5: the loader cannot create the layout class Flow of \"f\"");
     row("a circle of promotions", {u"circle.ui"_s},
-        "circle.ui:5: the loader cannot create the class Hen of \"hen\": its promotions never end");
+        "circle.ui:5: the loader cannot create the class Hen of \"hen\", which is promoted in a circle");
     row("no size", {u"--size"_s, u"big"_s, u"panel.ui"_s},
         "the size must be <width>x<height> in pixels, for instance 640x480, not big");
     row("no width", {u"--size"_s, u"0x10"_s, u"panel.ui"_s},
