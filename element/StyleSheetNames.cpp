@@ -1,15 +1,24 @@
 #include "StyleSheetNames.h"
 
-#include <QtCore/QDir>
+#include <QtCore/QResource>
+
+#include <algorithm>
+
+namespace {
+
+class Folder : public QResource {
+public:
+    using QResource::children; // much less work than QDir::entryList()
+    using QResource::QResource;
+};
+
+} // namespace
 
 StyleSheetNames::StyleSheetNames()
 {
     const QString suffix = QStringLiteral(".css");
     const QString windowsPrefix = QStringLiteral("win_");
-    const QDir folder(QStringLiteral(":/css"));
-    // hidden ones too: the sheet of widgets without a name is called ".css"
-    for (QString name :
-         folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Unsorted)) {
+    for (QString name : Folder(QStringLiteral(":/css")).children()) {
         if (!name.endsWith(suffix))
             continue;
         name.chop(suffix.size());
@@ -22,5 +31,6 @@ StyleSheetNames::StyleSheetNames()
 bool StyleSheetNames::mayContain(const QString& objectName) const
 {
     // A name with separators leads to another folder, or to this one by a detour.
-    return m_names.contains(objectName) || objectName.contains(u'/') || objectName.contains(u'\\');
+    const auto isSeparator = [](QChar character) { return character == u'/' || character == u'\\'; };
+    return m_names.contains(objectName) || std::any_of(objectName.cbegin(), objectName.cend(), isSeparator);
 }

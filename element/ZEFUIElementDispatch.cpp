@@ -8,12 +8,14 @@
 
 #include <ZEFPipeFacilityInvocationContext.h>
 
+#include <QtCore/QHash>
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QStringBuilder>
 
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -74,9 +76,9 @@ int signalIndex(const QMetaObject* candidate, const QByteArray& signature)
     return -1;
 }
 
-bool hasClicked(const QWidget* widget)
+bool hasClicked(const QObject* object)
 {
-    return widget->metaObject()->indexOfSignal("clicked(bool)") >= 0;
+    return object->metaObject()->indexOfSignal("clicked(bool)") >= 0;
 }
 
 } // namespace
@@ -141,14 +143,26 @@ void ZEFUIElement::connectWidgetTree(bool connect, QWidget* root)
     };
 
     const StyleSheetNames styleSheets;
-    for (const QPointer<QWidget>& widget : widgetsBelow(d->widget)) {
-        if (!widget)
-            continue;
-        if (hasClicked(widget))
-            wire(widget, "2clicked(bool)", d->widget, "1clicked(bool)");
-        if (widget->objectName() == u"close")
-            wire(widget, "2clicked()", d->widget, "1rootClosed()");
-        if (styleSheets.mayContain(widget->objectName()))
+    QList<QPointer<QWidget>> styled;
+    QHash<const QMetaObject*, bool> clickable;
+    forEachDescendant(d->widget, [&](QObject* object) {
+        if (!object->isWidgetType())
+            return;
+        const QMetaObject* meta = object->metaObject();
+        auto known = clickable.constFind(meta);
+        if (known == clickable.cend())
+            known = clickable.insert(meta, hasClicked(object));
+        if (*known)
+            wire(object, "2clicked(bool)", d->widget, "1clicked(bool)");
+        const QString name = object->objectName();
+        if (name == u"close")
+            wire(object, "2clicked()", d->widget, "1rootClosed()");
+        if (styleSheets.mayContain(name))
+            styled.append(static_cast<QWidget*>(object));
+    });
+    // A style sheet sets off slots, which may close the host or load another form.
+    for (const QPointer<QWidget>& widget : std::as_const(styled)) {
+        if (widget)
             setWidgetStyleSheet(widget, QString());
         if (!self || !d->widget)
             return;

@@ -10,10 +10,11 @@
 #include <ZEFBase.h>
 #include <ZEFTranslatorCache.h>
 
+#include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
-#include <QtCore/QCryptographicHash>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QHashFunctions>
 #include <QtCore/QLocale>
 #include <QtCore/QSet>
 #include <QtCore/QTranslator>
@@ -69,18 +70,17 @@ FormCheck::Classes classesOf(const ZEFUILoader& loader)
     return classes;
 }
 
-//! Whether Qt can build the form. Finding out takes a quarter of a load, so that it is done once for each
-//! form.
+//! Whether Qt can build the form. Finding out takes a quarter of a load, so it is done once for each form.
 bool canBuild(const QByteArray& contents, const ZEFUILoader& loader)
 {
-    constexpr qsizetype mostRemembered = 1000;
-    static QSet<QByteArray> sound;
-    const QByteArray digest = QCryptographicHash::hash(contents, QCryptographicHash::Blake2b_256);
+    constexpr qsizetype maxRemembered = 1000;
+    static QSet<size_t> sound;
+    const size_t digest = qHash(contents, QHashSeed::globalSeed());
     if (sound.contains(digest))
         return true;
     if (!FormCheck::faultsOf(contents, classesOf(loader)).isEmpty())
         return false;
-    if (sound.size() == mostRemembered)
+    if (sound.size() == maxRemembered)
         sound.clear();
     sound.insert(digest);
     return true;
@@ -250,18 +250,17 @@ void ZEFUIElement::setFormPath(const QString& name)
         writeDebug(QStringLiteral("Could not open file %1 for reading").arg(d->formPath));
         return;
     }
+    QBuffer contents;
+    contents.setData(file.readAll());
     QPointer<QWidget> form;
-    if (canBuild(file.readAll(), loader)) {
-        file.seek(0);
-        form = loader.load(&file, d->widget);
-    }
+    if (canBuild(contents.data(), loader) && contents.open(QIODevice::ReadOnly))
+        form = loader.load(&contents, d->widget);
     if (!self || !d->widget)
         return;
     if (!form) {
         writeDebug(QStringLiteral("Could not load UI file: %1").arg(d->formPath));
         return;
     }
-    file.close();
     d->formRoot.adopt(form);
     if (!self || !d->widget || !form)
         return;

@@ -1,16 +1,17 @@
 // What a form costs in a host, against the same work with plain Qt. All times are processor times; both sides
 // take turns in one run, and a figure is the median of the rounds.
 //
-// load_<n>, delete_<n>     a form of n widgets in a ZEFUIWidget : QUiLoader::load() into a widget with a
-// layout memory_200               what an open form of 200 widgets holds : the same click_<n> a click whose
-// delegate method asks for two values : two findChildren() by name,
-//                          two reads and one invokeMethod(); both sides write the two debug lines
-// click_<n>_silent         the same, and the side by hand writes nothing
-// update_properties_<n>_ms a key for each of n line edits, in milliseconds
-// update_properties_<n>    the same : a hash of the widgets by name, setProperty() and the same debug lines
-// update_properties_growth 8,000 keys : 2,000 keys; 4 is linear
-// idle_200_percent         the share of a core that 200 idle forms take on this platform; beside it 200 plain
-//                          windows
+// load_<n>, delete_<n>      a form of n widgets in a ZEFUIWidget : QUiLoader::load() into a widget with a
+//                           layout; one form after the other, as a service shows them
+// memory_200                what an open form of 200 widgets holds : the same
+// click_<n>                 a click whose delegate method asks for two values : two findChildren() by name,
+//                           two reads and one invokeMethod(); both sides write the two debug lines
+// click_<n>_silent          the same, and the side by hand writes nothing
+// update_properties_<n>_ms  a key for each of n line edits, in milliseconds
+// update_properties_<n>     the same : a hash of the widgets by name, setProperty() and the same debug lines
+// update_properties_growth  8,000 keys : 2,000 keys; 4 is linear
+// idle_200_percent          the share of a core that 200 idle forms take on this platform; beside it 200
+//                           plain windows
 //
 // Debug output goes to a handler that drops it. Run it with QT_QPA_PLATFORM=offscreen, and on X11 with
 // tests/support/with-display. Names of figures as arguments ("load", "idle") leave out the others.
@@ -187,14 +188,13 @@ struct Times {
 
 Times timesOf(const Load& load, const QString& name, int count)
 {
-    std::vector<std::unique_ptr<QWidget>> forms;
     Times times;
-    times.load = milliseconds([&] {
-        for (int i = 0; i < count; ++i)
-            forms.push_back(load(name));
-    });
-    QCoreApplication::sendPostedEvents();
-    times.deletion = milliseconds([&] { forms.clear(); });
+    for (int i = 0; i < count; ++i) {
+        std::unique_ptr<QWidget> form;
+        times.load += milliseconds([&] { form = load(name); });
+        QCoreApplication::sendPostedEvents();
+        times.deletion += milliseconds([&] { form.reset(); });
+    }
     return times;
 }
 
