@@ -19,7 +19,7 @@ void FormRoot::release()
 {
     if (m_root) {
         m_root->removeEventFilter(this);
-        disconnect(m_root, nullptr, this, nullptr);
+        m_root->disconnect(this);
     }
     m_root = nullptr;
     m_mainDefault = nullptr;
@@ -30,9 +30,6 @@ bool FormRoot::eventFilter(QObject* watched, QEvent* event)
     const auto* dialog = qobject_cast<QDialog*>(watched);
     switch (event->type()) {
     case QEvent::Close:
-        // A dialog that can be seen rejects itself and has finished then.
-        if (dialog && dialog->isVisible())
-            return false;
         event->ignore();
         closeHost();
         return true;
@@ -74,8 +71,7 @@ void FormRoot::findMainDefault()
     }
     for (QWidget* next = m_root->nextInFocusChain(); next != m_root; next = next->nextInFocusChain()) {
         auto* button = qobject_cast<QPushButton*>(next);
-        if (button && button->autoDefault() && button->focusPolicy() != Qt::NoFocus
-            && m_root->isAncestorOf(button)) {
+        if (button && button->autoDefault() && button->focusPolicy() != Qt::NoFocus) {
             m_mainDefault = button;
             return;
         }

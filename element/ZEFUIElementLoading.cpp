@@ -86,6 +86,15 @@ bool canBuild(const QByteArray& contents, const ZEFUILoader& loader)
     return true;
 }
 
+//! What a layout asks the widget for, which it does not while the widget is not shown yet.
+QSize wantedSize(const QWidget* widget)
+{
+    return widget->sizeHint()
+        .expandedTo(widget->minimumSizeHint())
+        .boundedTo(widget->maximumSize())
+        .expandedTo(widget->minimumSize());
+}
+
 } // namespace
 
 ZEFUIElementPrivate::ZEFUIElementPrivate(ZEFUIElement* element, QWidget* hostWidget)
@@ -275,8 +284,8 @@ void ZEFUIElement::setFormPath(const QString& name)
     d->loaded = true;
     d->formName = QFileInfo(name).baseName();
     form->setLocale(QLocale(d->locale));
-    if (wasFixed && self && d->widget)
-        d->widget->adjustSize();
+    if (wasFixed && self && d->widget && form)
+        d->widget->resize(wantedSize(form));
 }
 
 void ZEFUIElement::setWidgetStyleSheet(QWidget* widget, const QString& name)

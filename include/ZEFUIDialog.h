@@ -51,8 +51,8 @@ public:
 
     /*!
      * Ties the dialog's size to its form's size hint, or frees it from every constraint, the form's
-     * minimum size included. Does nothing before a form is loaded, and a form loaded later is not fixed:
-     * call setFixedSize(true) again.
+     * minimum size included. Does nothing before a form is loaded. A form loaded later is not fixed, but
+     * the dialog takes the size that it asks for; call setFixedSize(true) again to tie it.
      */
     void setFixedSize(bool fixed);
     using QDialog::setFixedSize;

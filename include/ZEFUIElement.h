@@ -111,13 +111,16 @@ public:
      * Loads the form \a name into the host and replaces a form that is already there.
      *
      * The previous form is deleted first, also when the new one cannot be loaded. All widgets below
-     * the host are wired and styled, those of child hosts parented to it included.
+     * the host are wired and styled, those of child hosts parented to it included. A form whose top widget
+     * is a window, a QDialog or a QMainWindow, becomes a plain widget inside the host. What the form itself
+     * does to end its top widget (a connection to close(), or to accept() or reject() of a dialog) closes the
+     * host.
      *
      * The library log has the name and the locale of every load, the form's custom widgets and the style
      * sheets that were found. On failure Qt's debug output says "Could not open file ... for reading",
      * or "Could not load UI file: ..." when the file holds no form, or one that Qt cannot build (a layout of
-     * an unknown class, a class promoted in a circle, elements nested deeper than 300), with the path that
-     * was tried last; loaded() stays false.
+     * an unknown class, a class promoted in a circle or more than 300 times, elements nested deeper than 300,
+     * more than 10,000 rows or columns), with the path that was tried last; loaded() stays false.
      */
     void setFormPath(const QString& name);
     //! The resource path that setFormPath() chose last, also when that form could not be loaded.

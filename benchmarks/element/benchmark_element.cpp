@@ -1,17 +1,23 @@
 // What a form costs in a host, against the same work with plain Qt. All times are processor times; both sides
 // take turns in one run, and a figure is the median of the rounds.
 //
-// load_<n>, delete_<n>      a form of n widgets in a ZEFUIWidget : QUiLoader::load() into a widget with a
-//                           layout; one form after the other, as a service shows them
-// memory_200                what an open form of 200 widgets holds : the same
-// click_<n>                 a click whose delegate method asks for two values : two findChildren() by name,
-//                           two reads and one invokeMethod(); both sides write the two debug lines
-// click_<n>_silent          the same, and the side by hand writes nothing
-// update_properties_<n>_ms  a key for each of n line edits, in milliseconds
-// update_properties_<n>     the same : a hash of the widgets by name, setProperty() and the same debug lines
-// update_properties_growth  8,000 keys : 2,000 keys; 4 is linear
-// idle_200_percent          the share of a core that 200 idle forms take on this platform; beside it 200
-//                           plain windows
+// load_<n>, delete_<n>
+//     a form of n widgets in a ZEFUIWidget : QUiLoader::load() into a widget with a layout; one form after
+//     the other, as a service shows them
+// first_load_<n>
+//     the same for forms that the process has not loaded before
+// memory_200
+//     what an open form of 200 widgets holds : the same with plain Qt
+// click_<n>, click_<n>_silent
+//     a click whose delegate method asks for two values : two findChildren() by name, two reads and one
+//     invokeMethod(); both sides write the two debug lines, or only the library does
+// update_properties_<n>_ms, update_properties_<n>
+//     a key for each of n line edits, in milliseconds, and as a ratio to a hash of the widgets by name,
+//     setProperty() and the same debug lines
+// update_properties_growth
+//     8,000 keys : 2,000 keys; 4 is linear
+// idle_200_percent, idle_200_plain_percent
+//     the share of a core that 200 idle forms take on this platform, and 200 windows of plain Qt
 //
 // Debug output goes to a handler that drops it. Run it with QT_QPA_PLATFORM=offscreen, and on X11 with
 // tests/support/with-display. Names of figures as arguments ("load", "idle") leave out the others.
@@ -226,6 +232,49 @@ void benchLoad()
     }
 }
 
+//! Forms that no round has loaded before: each has a comment of its own.
+class FreshForms {
+public:
+    FreshForms(int size, int count)
+    {
+        static int number = 0;
+        ResourceContents contents;
+        for (int i = 0; i < count; ++i) {
+            contents.insert(u"forms/"_s + nameOf(i) + u".ui"_s,
+                            formOf(size) + "<!-- " + QByteArray::number(++number) + " -->");
+        }
+        m_resource = resourceFile(contents);
+        QResource::registerResource(reinterpret_cast<const uchar*>(m_resource.constData()));
+    }
+    ~FreshForms() { QResource::unregisterResource(reinterpret_cast<const uchar*>(m_resource.constData())); }
+
+    static QString nameOf(int index) { return u"fresh"_s + QString::number(index); }
+
+private:
+    Q_DISABLE_COPY_MOVE(FreshForms)
+    QByteArray m_resource;
+};
+
+void benchFirstLoad()
+{
+    for (const int size : formSizes) {
+        const int count = std::max(1, 400 / size);
+        const auto timeOf = [&](const Load& load) {
+            const FreshForms fresh(size, count);
+            std::vector<std::unique_ptr<QWidget>> forms;
+            const double time = milliseconds([&] {
+                for (int i = 0; i < count; ++i)
+                    forms.push_back(load(FreshForms::nameOf(i)));
+            });
+            QCoreApplication::sendPostedEvents();
+            return time;
+        };
+        const auto inHost = [&] { return timeOf(loadInHost); };
+        const auto byQt = [&] { return timeOf(loadByQt); };
+        report("first_load_" + QByteArray::number(size), ratio(31, inHost, byQt));
+    }
+}
+
 double bytesOf(const Load& load)
 {
     constexpr int count = 20;
@@ -422,8 +471,11 @@ struct Bench {
 };
 
 constexpr std::array benches = {
-    Bench{"load", benchLoad},   Bench{"memory", benchMemory},
-    Bench{"click", benchClick}, Bench{"update_properties", benchUpdateProperties},
+    Bench{"load", benchLoad},
+    Bench{"first_load", benchFirstLoad},
+    Bench{"memory", benchMemory},
+    Bench{"click", benchClick},
+    Bench{"update_properties", benchUpdateProperties},
     Bench{"idle", benchIdle},
 };
 

@@ -156,8 +156,10 @@ private Q_SLOTS:
     void hidingIsNotTheEnd();
     void anOldRootEndsNothing_data();
     void anOldRootEndsNothing();
+    void anOldRootMayHaveBecomeAWindow();
     void aHostMayStay_data();
     void aHostMayStay();
+    void aHostMayStayWithAnotherForm();
     void aStrayRootEndsNothing();
     void aReceiverMayDeleteTheHost();
     void keysReachTheDialogHost();
@@ -165,6 +167,7 @@ private Q_SLOTS:
     void returnPressesTheDefaultButton();
     void theLastPageOfAWizardFinishes();
     void aPlainWidgetIsAHostToo();
+    void aLaterFormIsNotFixed_data();
     void aLaterFormIsNotFixed();
 
 private:
@@ -300,6 +303,9 @@ template <class Host> void TestFormRoot::endsHost()
         QTest::mouseClick(form.button(u"end"_s), Qt::LeftButton);
     QCOMPARE(form.answers, QList<int>{7});
     QVERIFY(form.hadContext);
+    // Escape in a widget host deletes it at once.
+    if (slot.isEmpty() && std::is_same_v<Host, ZEFUIWidget>)
+        QVERIFY(!form.host);
     QVERIFY(!form.host || !form.host->isVisible());
     QTRY_VERIFY(!form.host);
     QCOMPARE(form.deletions, 1);
@@ -417,12 +423,31 @@ void TestFormRoot::anOldRootEndsNothing_data()
 
 template <class Host> void TestFormRoot::replaces()
 {
+    //! Ends the form when its style changes, which is the last thing that happens to it.
+    class LastWord : public QObject {
+    public:
+        QWidget* root = nullptr;
+        bool hasSpoken = false;
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            if (event->type() != QEvent::StyleChange)
+                return false;
+            hasSpoken = true;
+            root->close();
+            if (auto* dialog = qobject_cast<QDialog*>(root))
+                dialog->accept();
+            return false;
+        }
+    } lastWord;
     QFETCH(QByteArray, className);
-    // The old form ends itself while it is deleted.
-    OpenForm<Host> form(formOf(className, {}, connection("edit", "destroyed()", "root", "close()")));
-    const TestResources next({{u"forms/next.ui"_s, formOf("QWidget", {}, {})}});
+    OpenForm<Host> form(formOf(className, {}, {}));
     QVERIFY(form.show());
+    const TestResources next(
+        {{u"forms/next.ui"_s, formOf("QWidget", {}, {})}, {u"css/edit.css"_s, "QLineEdit { color: red }"}});
+    lastWord.root = form.root();
+    form.child(u"edit"_s)->installEventFilter(&lastWord);
     form.host->element()->setFormPath(u"next"_s);
+    QVERIFY(lastWord.hasSpoken);
     QVERIFY(form.isOpen());
     QVERIFY(form.host->element()->loaded());
     QTRY_VERIFY(form.root()->isVisible());
@@ -435,6 +460,19 @@ void TestFormRoot::anOldRootEndsNothing()
         replaces<ZEFUIDialog>();
     else
         replaces<ZEFUIWidget>();
+}
+
+// Qt closes a window when it is deleted.
+void TestFormRoot::anOldRootMayHaveBecomeAWindow()
+{
+    const OpenForm<ZEFUIWidget> form(formOf("QDockWidget", {}, {}));
+    const TestResources next({{u"forms/next.ui"_s, formOf("QWidget", {}, {})}});
+    QVERIFY(form.show());
+    form.root()->setWindowFlags(Qt::Tool);
+    form.root()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(form.root()));
+    form.host->element()->setFormPath(u"next"_s);
+    QVERIFY(form.isOpen());
 }
 
 void TestFormRoot::aHostMayStay_data()
@@ -471,6 +509,31 @@ void TestFormRoot::aHostMayStay()
     form.host->removeEventFilter(&objection);
     QTest::mouseClick(form.button(u"end"_s), Qt::LeftButton);
     QCOMPARE(form.answers, QList<int>{7});
+}
+
+void TestFormRoot::aHostMayStayWithAnotherForm()
+{
+    //! A service that shows another form instead of closing.
+    class Objection : public QObject {
+    public:
+        bool eventFilter(QObject* host, QEvent* event) override
+        {
+            if (event->type() != QEvent::Close)
+                return false;
+            event->ignore();
+            static_cast<ZEFUIWidget*>(host)->element()->setFormPath(u"next"_s);
+            return true;
+        }
+    } objection;
+    for (const char* slot : {"close()", "accept()"}) {
+        const OpenForm<ZEFUIWidget> form(formOf("QDialog", {}, connection("end", "clicked()", "root", slot)));
+        const TestResources next({{u"forms/next.ui"_s, formOf("QMainWindow", {}, {})}});
+        QVERIFY(form.show());
+        form.host->installEventFilter(&objection);
+        QTest::mouseClick(form.button(u"end"_s), Qt::LeftButton);
+        QVERIFY(form.isOpen());
+        QTRY_VERIFY(qobject_cast<QMainWindow*>(form.root()) && form.root()->isVisible());
+    }
 }
 
 void TestFormRoot::aStrayRootEndsNothing()
@@ -538,6 +601,11 @@ void TestFormRoot::returnPressesTheDefaultButton_data()
         QTest::addRow("drawn last, %s", host) << QByteArrayList{cancel, ok} << QByteArray("ok") << kind;
         QTest::addRow("none drawn, %s", host)
             << QByteArrayList{widget("QPushButton", "ok"), cancel} << QByteArray("ok") << kind;
+        QTest::addRow("without focus, %s", host)
+            << QByteArrayList{widget("QPushButton", "mute",
+                                     "<property name=\"focusPolicy\"><enum>Qt::NoFocus</enum></property>"),
+                              widget("QPushButton", "ok"), cancel}
+            << QByteArray("ok") << kind;
         QTest::addRow("in a box, %s", host) << QByteArrayList{cancel, buttonBox} << QByteArray("box") << kind;
     }
 }
@@ -567,11 +635,19 @@ void TestFormRoot::returnPressesTheDefaultButton()
         QTest::keyClick(edit, Qt::Key_Enter, Qt::KeypadModifier);
         QCOMPARE(spy.size(), 3);
 
+        form.button(u"cancel"_s)->setFocus();
+        edit->setFocus();
+        form.host->hide();
+        QVERIFY(form.show());
+        edit->setFocus();
+        QTest::keyClick(edit, Qt::Key_Return);
+        QCOMPARE(spy.size(), 4);
+
         const QSignalSpy cancelled(form.button(u"cancel"_s), &QPushButton::clicked);
         form.button(u"cancel"_s)->setFocus();
         QTest::keyClick(form.button(u"cancel"_s), Qt::Key_Return);
         QCOMPARE(cancelled.size(), 1);
-        QCOMPARE(spy.size(), 3);
+        QCOMPARE(spy.size(), 4);
         QVERIFY(form.isOpen());
     };
     const QByteArray made =
@@ -616,39 +692,55 @@ void TestFormRoot::aPlainWidgetIsAHostToo()
     QVERIFY(!host.isVisible());
 }
 
+void TestFormRoot::aLaterFormIsNotFixed_data()
+{
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::newRow("larger") << u"small"_s << u"large"_s;
+    QTest::newRow("smaller") << u"large"_s << u"small"_s;
+}
+
 void TestFormRoot::aLaterFormIsNotFixed()
 {
-    const auto sized = [](const QByteArray& name, int width, int height) {
-        return formOf(
-            widget("QWidget", name,
-                   column({widget("QFrame", "frame",
-                                  "<property name=\"minimumSize\"><size><width>" + QByteArray::number(width)
-                                      + "</width><height>" + QByteArray::number(height)
-                                      + "</height></size></property>")})));
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    const auto size = [](const QByteArray& name, int width, int height) -> QByteArray {
+        return "<property name=\"" + name + "\"><size><width>" + QByteArray::number(width)
+            + "</width><height>" + QByteArray::number(height) + "</height></size></property>";
     };
     const TestResources resources(
-        {{u"forms/small.ui"_s, sized("small", 120, 80)}, {u"forms/large.ui"_s, sized("large", 300, 200)}});
+        {{u"forms/small.ui"_s, formOf(widget("QWidget", "small", size("minimumSize", 150, 90)))},
+         // asks for more than it needs at least
+         {u"forms/large.ui"_s, formOf(widget("QWidget", "large", column({widget("QTextEdit", "text")})))}});
     const std::unique_ptr<ZEFUIDialog> dialog(
-        ZEFUIDialog::create(u"small"_s, u"en"_s, nullptr, Qt::WindowFlags()));
+        ZEFUIDialog::create(first, u"en"_s, nullptr, Qt::WindowFlags()));
     QVERIFY(dialog);
     dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
-    const QSize small = dialog->size();
-    QCOMPARE(dialog->maximumSize(), small);
-    dialog->element()->setFormPath(u"large"_s);
-    QTRY_VERIFY(dialog->findChild<QWidget*>(u"large"_s)->isVisible());
-    QTRY_COMPARE(dialog->size(), dialog->layout()->sizeHint());
-    QVERIFY(dialog->width() >= 300 && dialog->height() >= 200);
+    const QSize fixed = dialog->size();
+    QCOMPARE(dialog->minimumSize(), fixed);
+    QCOMPARE(dialog->maximumSize(), fixed);
+
+    dialog->element()->setFormPath(second);
+    QTRY_VERIFY(dialog->findChild<QWidget*>(second)->isVisible());
+    const QSize wanted = dialog->layout()->sizeHint();
+    QVERIFY(wanted.width() != fixed.width() && wanted.height() != fixed.height());
+    QTRY_COMPARE(dialog->size(), wanted);
     QCOMPARE(dialog->maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
     dialog->resize(500, 400);
-    QTRY_COMPARE(dialog->findChild<QWidget*>(u"large"_s)->size(), QSize(500, 400));
+    QTRY_COMPARE(dialog->findChild<QWidget*>(second)->size(), QSize(500, 400));
 
     // One that is not fixed keeps the size that the user gave it.
-    dialog->element()->setFormPath(u"small"_s);
-    QTRY_VERIFY(dialog->findChild<QWidget*>(u"small"_s)->isVisible());
+    dialog->element()->setFormPath(first);
+    QTRY_VERIFY(dialog->findChild<QWidget*>(first)->isVisible());
     QCOMPARE(dialog->size(), QSize(500, 400));
     dialog->setFixedSize(true);
-    QTRY_COMPARE(dialog->size(), small);
+    QTRY_COMPARE(dialog->size(), fixed);
+
+    dialog->element()->setFormPath(u"missing"_s);
+    TestLog::allow(u"debug: Could not open file :/forms/missing.ui for reading"_s);
+    QCOMPARE(dialog->minimumSize(), QSize(0, 0));
+    QCOMPARE(dialog->maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
 }
 
 ZEF_TEST_MAIN(TestFormRoot)

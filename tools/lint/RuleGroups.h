@@ -13,6 +13,10 @@ void checkDuplicateNames(const Project& project, QLatin1String rule, Findings* f
 void checkCloseTwice(const Project& project, QLatin1String rule, Findings* findings);
 void checkAddressableNames(const Project& project, QLatin1String rule, Findings* findings);
 
+// rulesRoots.cpp
+void checkRoots(const Project& project, QLatin1String rule, Findings* findings);
+void checkButtonBoxes(const Project& project, QLatin1String rule, Findings* findings);
+
 // rulesTexts.cpp
 void checkPlaceholders(const Project& project, QLatin1String rule, Findings* findings);
 void checkPlaceholderPlaces(const Project& project, QLatin1String rule, Findings* findings);

@@ -25,6 +25,8 @@ const QList<Rule>& rules()
     static const QList<Rule> table = {
         rule("unknown-class", "A class that the form loader cannot create", checkClasses),
         rule("unloadable-form", "A form that the library refuses to load", checkLoading),
+        rule("window-root", "A form whose top widget is a window", checkRoots),
+        rule("nameless-button", "A button box whose buttons no delegate can tell apart", checkButtonBoxes),
         rule("duplicate-name", "Two widgets of a form share an object name", checkDuplicateNames),
         rule("close-twice", "Two widgets of a form are named \"close\"", checkCloseTwice),
         rule("unaddressable-name", "An object name that delegates or property keys cannot spell",

@@ -9,6 +9,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -63,6 +64,8 @@ private Q_SLOTS:
     void anotherFileChangesNothing();
     void closingTheFormIsTold();
     void aClassOfNoOneIsComplainedOf();
+    void aFormOfADialogIsShown_data();
+    void aFormOfADialogIsShown();
 
 private:
     void prepare() override;
@@ -260,6 +263,38 @@ void TestFormPreview::aClassOfNoOneIsComplainedOf()
     QVERIFY(complaints.at(0).at(0).toString().startsWith(
         path(u"login.ui"_s)
         + u":7: the loader cannot create the class Gauge of \"toggle\": the widget is left out"));
+}
+
+void TestFormPreview::aFormOfADialogIsShown_data()
+{
+    QTest::addColumn<QByteArray>("className");
+    QTest::newRow("dialog") << QByteArray("QDialog");
+    QTest::newRow("main window") << QByteArray("QMainWindow");
+}
+
+// As Designer's templates have it, without a layout.
+void TestFormPreview::aFormOfADialogIsShown()
+{
+    QFETCH(const QByteArray, className);
+    write(path(u"login.ui"_s),
+          "<ui version=\"4.0\"><class>Login</class><widget class=\"" + className
+              + "\" name=\"Login\"><property name=\"geometry\"><rect><x>0</x><y>0</y><width>321</width>"
+                "<height>123</height></rect></property><widget class=\"QPushButton\" name=\"ok\"/></widget>"
+                "<connections><connection><sender>ok</sender><signal>clicked()</signal><receiver>Login</"
+                "receiver>"
+                "<slot>close()</slot></connection></connections></ui>");
+    m_options.values.clear();
+    FormPreview preview(m_options);
+    const QSignalSpy closed(&preview, &FormPreview::closed);
+    QVERIFY2(preview.load(&m_error), qPrintable(m_error));
+    const auto* form = preview.dialog()->findChild<QWidget*>(u"Login"_s);
+    QVERIFY(form->isVisible());
+    QCOMPARE(form->window(), preview.dialog());
+    if (className == "QDialog")
+        QCOMPARE(form->size(), QSize(321, 123));
+    TestLog::allow(u"debug: Could not find a method ok_clicked on delegate"_s);
+    preview.dialog()->findChild<QPushButton*>(u"ok"_s)->click();
+    QCOMPARE(closed.size(), 1);
 }
 
 ZEF_TEST_MAIN(TestFormPreview)
