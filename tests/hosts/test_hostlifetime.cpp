@@ -7,7 +7,7 @@
 #include <ZEFTest.h>
 
 #include "lifetime/LifetimeRun.h"
-#include "lifetime/NamedSlots.h"
+#include "lifetime/LifetimeWorld.h"
 #include "lifetime/Operation.h"
 
 #include <QtCore/QTemporaryDir>
@@ -170,7 +170,7 @@ void TestHostLifetime::randomOperations()
 
 int main(int argc, char** argv)
 {
-    QApplication application(argc, argv);
+    LifetimeWorld::Application application(argc, argv);
     QApplication::setStyle(u"Fusion"_s);
     QApplication::setQuitOnLastWindowClosed(false);
     if (argc == 3 && qstrcmp(argv[1], "--replay") == 0)

@@ -32,6 +32,8 @@ constexpr int mostChildren = 120;
 constexpr int mostWaiting = 40;
 constexpr int deepest = 4;
 
+LifetimeWorld* currentWorld = nullptr;
+
 const QSet<QString> loops = {u"wait"_s, u"spin"_s, u"loop"_s};
 const QSet<QString> closings = {u"close"_s,      u"elementclose"_s, u"destroy"_s,
                                 u"setclosing"_s, u"accept"_s,       u"escape"_s};
@@ -152,11 +154,29 @@ private:
     LifetimeWorld* m_world;
 };
 
+//! Qt goes on with the widget that loses the focus, the one that gets it, and the windows of both. A cell
+//! keeps itself when it loses the focus; its edit may be deleted then.
+bool LifetimeWorld::Application::notify(QObject* receiver, QEvent* event)
+{
+    const bool movesFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
+    if (!currentWorld || !movesFocus)
+        return QApplication::notify(receiver, event);
+    QWidget* edit = event->type() == QEvent::FocusOut ? WidgetActions::editOfCell(receiver) : nullptr;
+    const Busy busy(currentWorld, {edit ? Frame::Itself : Frame::Nothing, edit, true});
+    return QApplication::notify(receiver, event);
+}
+
 LifetimeWorld::LifetimeWorld(std::function<bool()> performNext)
     : m_performNext(std::move(performNext))
     , m_namedSlots([this](const QMetaMethod& signal, QObject* emitter) { react(signal, emitter, ByName); })
 {
+    currentWorld = this;
     qApp->installEventFilter(this);
+}
+
+LifetimeWorld::~LifetimeWorld()
+{
+    currentWorld = nullptr;
 }
 
 void LifetimeWorld::perform(const Operation& operation)
@@ -264,7 +284,6 @@ void LifetimeWorld::react(const QMetaMethod& signal, QObject* emitter, Connectio
 LifetimeWorld::Frame LifetimeWorld::frameOf(const QMetaMethod& signal, QObject* emitter,
                                             Connection connection)
 {
-    static const QSet<QByteArray> whileFocusMoves = {"editingFinished", "focusOut"};
     if (signal.name() == "destroyed")
         return {Frame::Nothing, nullptr, true};
     if (isWhileDialogWorks(signal, emitter))
@@ -275,7 +294,7 @@ LifetimeWorld::Frame LifetimeWorld::frameOf(const QMetaMethod& signal, QObject* 
         return {Frame::Itself, edit};
     if (isOwn(signal) && !qobject_cast<ZEFFormatCell*>(emitter))
         return {Frame::Itself, emitter};
-    if (connection == ByName && !whileFocusMoves.contains(signal.name()))
+    if (connection == ByName)
         return {Frame::OtherHosts, emitter};
     return {};
 }
@@ -283,16 +302,17 @@ LifetimeWorld::Frame LifetimeWorld::frameOf(const QMetaMethod& signal, QObject* 
 //! Performs the first operation that waits for the signal.
 void LifetimeWorld::react(const QString& signal, QObject* emitter, const Frame& frame, bool mayClose)
 {
-    static const QSet<QString> byHand = {u"delete"_s, u"elementclose"_s, u"set"_s, u"call"_s};
-    const auto isPossible = [&](const QString& verb) {
-        if (frame.destroying || isDestroying())
-            return mayClose ? closings.contains(verb) : verb == u"elementclose";
-        if (!mayClose)
-            return frame.object ? byHand.contains(verb) || loops.contains(verb) : verb == u"elementclose";
-        return true;
-    };
     if (m_depth >= deepest)
         return;
+    const Busy busy(this, frame);
+    const auto isPossible = [&](const QString& verb) {
+        static const QSet<QString> ofOwn = {u"delete"_s, u"set"_s,  u"call"_s,
+                                            u"wait"_s,   u"spin"_s, u"loop"_s};
+        if (mayClose)
+            return !onlyCloses() || closings.contains(verb);
+        return verb == u"elementclose" || (frame.object && !onlyCloses() && ofOwn.contains(verb))
+            || (frame.object && verb == u"delete" && mayDelete(frame.object));
+    };
     const auto found = std::find_if(m_waiting.cbegin(), m_waiting.cend(), [&](const Operation& operation) {
         return (operation.signal == signal || operation.signal == u"any") && isPossible(operation.verb);
     });
@@ -302,16 +322,12 @@ void LifetimeWorld::react(const QString& signal, QObject* emitter, const Frame& 
     m_waiting.erase(found);
 
     const bool held =
-        !frame.destroying && (frame.deletable == Frame::OtherHosts || frame.deletable == Frame::Nothing);
+        !frame.onlyCloses && (frame.deletable == Frame::OtherHosts || frame.deletable == Frame::Nothing);
     const QPointer<QObject> guard(held ? emitter : nullptr);
-    const QObject* host = frame.destroying ? nullptr : hostOf(emitter);
+    const QObject* host = frame.onlyCloses ? nullptr : hostOf(emitter);
     const int deletions = deletionsOf(host);
     const int erasures = m_erasures;
-    {
-        const Busy busy(this, frame);
-        mayClose ? run(operation, emitter)
-                 : runByHand(operation, emitter, qobject_cast<QWidget*>(frame.object));
-    }
+    mayClose ? run(operation, emitter) : runByHand(operation, emitter, qobject_cast<QWidget*>(frame.object));
     if (held && !guard)
         m_failures.append(u"what emitted %1 was deleted during its slot"_s.arg(signal));
     const bool holdsContext = signal == u"delegate" || signal == u"respondClosed";
@@ -339,9 +355,7 @@ void LifetimeWorld::run(const Operation& operation, QObject* emitter)
         runLoop(operation);
         return;
     }
-    if (isDestroying() && !closings.contains(verb))
-        return;
-    QWidget* target = widgetAt(operation.place, emitter);
+    QWidget* target = onlyCloses() ? hostOf(emitter) : widgetAt(operation.place, emitter);
     if (verb == u"create")
         create(operation.argument(0), operation.argument(1),
                operation.argument(2) == u"child" && target ? hostOf(target) : nullptr);
@@ -624,10 +638,10 @@ QWidget* LifetimeWorld::widgetAt(const Operation::Place& place, QObject* emitter
     return object && object->isWidgetType() && !isDying(object) ? static_cast<QWidget*>(object) : nullptr;
 }
 
-bool LifetimeWorld::isDestroying() const
+bool LifetimeWorld::onlyCloses() const
 {
     return std::any_of(m_frames.cbegin(), m_frames.cend(),
-                       [](const Frame& frame) { return frame.destroying; });
+                       [](const Frame& frame) { return frame.onlyCloses; });
 }
 
 bool LifetimeWorld::mayDelete(const QObject* object) const

@@ -10,6 +10,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>
 #include <QtCore/QVariant>
+#include <QtWidgets/QApplication>
 
 #include <functional>
 #include <memory>
@@ -34,6 +35,7 @@ public:
     //! \a performNext performs the next operation of the list, in an event loop that runs inside a slot; it
     //! returns false at the end of the list.
     explicit LifetimeWorld(std::function<bool()> performNext);
+    ~LifetimeWorld() override;
 
     void perform(const Operation& operation);
     //! Deletes everything, after which failures() is complete.
@@ -41,6 +43,13 @@ public:
     QStringList failures() const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+    //! The world learns from it when Qt moves the focus.
+    class Application : public QApplication { // clazy:exclude=missing-qobject-macro
+    public:
+        using QApplication::QApplication;
+        bool notify(QObject* receiver, QEvent* event) override;
+    };
 
 public Q_SLOTS:
     // the delegate of every form
@@ -73,8 +82,8 @@ private:
         enum Deletable { Everything, Itself, OtherHosts, Nothing };
         Deletable deletable = Nothing;
         QPointer<QObject> object = nullptr;
-        //! Something is half deleted: all that its slots may do is to close forms.
-        bool destroying = false;
+        //! Something is half deleted, or Qt moves the focus: slots only close their own form.
+        bool onlyCloses = false;
         int loopLevel = 0;
 
         bool allows(const QObject* other) const;
@@ -99,7 +108,7 @@ private:
     void watchAll(QWidget* top);
 
     QWidget* widgetAt(const Operation::Place& place, QObject* emitter);
-    bool isDestroying() const;
+    bool onlyCloses() const;
     bool mayDelete(const QObject* object) const;
     bool mayDeleteLater(const QObject* object) const;
     void erase(QWidget* target);
