@@ -276,9 +276,12 @@ void LifetimeWorld::heard()
 void LifetimeWorld::react(const QMetaMethod& signal, QObject* emitter, Connection connection)
 {
     const Frame frame = frameOf(signal, emitter, connection);
-    react(QString::fromLatin1(signal.name()), emitter, frame,
-          connection == ByName || frame.deletable == Frame::Everything
-              || isWhileDialogWorks(signal, emitter));
+    // QDialog looks for its buttons when it is hidden, and crashes when something in it is deleting its
+    // children.
+    const bool mayClose = connection == ByName
+        ? !isDying(emitter)
+        : frame.deletable == Frame::Everything || isWhileDialogWorks(signal, emitter);
+    react(QString::fromLatin1(signal.name()), emitter, frame, mayClose);
 }
 
 LifetimeWorld::Frame LifetimeWorld::frameOf(const QMetaMethod& signal, QObject* emitter,
@@ -292,7 +295,7 @@ LifetimeWorld::Frame LifetimeWorld::frameOf(const QMetaMethod& signal, QObject* 
         return {Frame::Everything};
     if (QWidget* edit = WidgetActions::editOfCell(emitter))
         return {Frame::Itself, edit};
-    if (isOwn(signal) && !qobject_cast<ZEFFormatCell*>(emitter))
+    if (isOwn(signal) && emitter->isWidgetType() && !qobject_cast<ZEFFormatCell*>(emitter))
         return {Frame::Itself, emitter};
     if (connection == ByName)
         return {Frame::OtherHosts, emitter};
