@@ -6,6 +6,7 @@
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QThread>
+#include <QtWidgets/QWidget>
 
 namespace {
 
@@ -13,9 +14,9 @@ namespace {
 //! control returns to the event loop.
 class SlotCall : public QObject { // clazy:exclude=missing-qobject-macro
 public:
-    SlotCall(QObject* watch, QObject* sender, ZEFUIElement* element)
+    SlotCall(QObject* watch, QObject* widget, ZEFUIElement* element, HostLife::Work::Hold hold)
         : QObject(watch)
-        , m_work(sender, element)
+        , m_work(widget, element, hold)
     {
         // Without a running event loop, the first nested one would delete it.
         if (QThread::currentThread()->loopLevel() > 0)
@@ -30,20 +31,28 @@ private:
 //! Every class that emits clicked(bool) lets the receiver delete the sender.
 bool isClick(const QMetaMethod& signal)
 {
-    return signal.methodSignature() == "clicked(bool)" || signal.methodSignature() == "clicked()";
+    return signal.methodSignature() == "clicked(bool)";
+}
+
+//! The sender, or the widget that it is part of: what is no widget cannot be guarded while it emits
+//! destroyed().
+QObject* widgetOf(QObject* sender)
+{
+    while (sender && !sender->isWidgetType())
+        sender = sender->parent();
+    return sender;
 }
 
 } // namespace
 
-NamedSlotWatch::NamedSlotWatch(ZEFUIElement* element)
-    : m_element(element)
+NamedSlotWatch::NamedSlotWatch(QWidget* host, ZEFUIElement* element)
+    : QObject(host)
+    , m_element(element)
 {
 }
 
 bool NamedSlotWatch::connect(QObject* sender, int signal, QObject* receiver, int slot)
 {
-    if (isClick(sender->metaObject()->method(signal)))
-        return QMetaObject::connect(sender, signal, receiver, slot);
     // Qt calls the slots of a signal in the order in which they were connected.
     static const int beginSlot = staticMetaObject.indexOfSlot("begin()");
     static const int endSlot = staticMetaObject.indexOfSlot("end()");
@@ -56,7 +65,9 @@ bool NamedSlotWatch::connect(QObject* sender, int signal, QObject* receiver, int
 void NamedSlotWatch::begin()
 {
     m_calls.removeAll(QPointer<QObject>());
-    m_calls.append(new SlotCall(this, sender(), m_element));
+    const bool click = isClick(sender()->metaObject()->method(senderSignalIndex()));
+    m_calls.append(new SlotCall(this, widgetOf(sender()), m_element,
+                                click ? HostLife::Work::InNestedLoops : HostLife::Work::Always));
 }
 
 void NamedSlotWatch::end()

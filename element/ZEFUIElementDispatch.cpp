@@ -2,6 +2,7 @@
 
 #include "ZEFUIElementPrivate.h"
 
+#include "NamedSlotWatch.h"
 #include "StyleSheetNames.h"
 #include "debugOutput.h"
 #include "widgetLookup.h"
@@ -203,8 +204,7 @@ void ZEFUIElement::connectSlotsByName(QObject* receiver)
         return;
     QObjectList candidates;
     forEachDescendant(d->widget, [&](QObject* object) { candidates.append(object); });
-    if (!d->namedSlotWatch)
-        d->namedSlotWatch = std::make_unique<NamedSlotWatch>(this);
+    auto* watch = new NamedSlotWatch(d->widget, this);
     const QMetaObject* meta = receiver->metaObject();
     for (int index = meta->methodOffset(); index < meta->methodCount(); ++index) {
         const QByteArray slot = meta->method(index).methodSignature();
@@ -216,7 +216,7 @@ void ZEFUIElement::connectSlotsByName(QObject* receiver)
             if (candidate->objectName().isEmpty() || !slot.startsWith(prefix))
                 continue;
             const int signal = signalIndex(candidate->metaObject(), slot.mid(prefix.size()));
-            if (signal >= 0 && d->namedSlotWatch->connect(candidate, signal, receiver, index)) {
+            if (signal >= 0 && watch->connect(candidate, signal, receiver, index)) {
                 matched = true;
                 break;
             }

@@ -2,7 +2,6 @@
 
 #include "FormRoot.h"
 #include "HostLife.h"
-#include "NamedSlotWatch.h"
 
 #include <ZEFUIElement.h>
 
@@ -51,7 +50,6 @@ public:
     //! Set by the destructor: in a ring of elements a child must not delete its parent once more.
     bool beingDeleted = false;
     HostLife life;
-    std::unique_ptr<NamedSlotWatch> namedSlotWatch; // made by connectSlotsByName()
     ZEFPipeFacilityInvocationContext* context = nullptr;
     QTimer housekeepingTimer;
     long clientPID = 0;

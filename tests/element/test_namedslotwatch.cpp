@@ -24,6 +24,7 @@
 #include <QtWidgets/QTextEdit>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
+#include <QtWidgets/QVBoxLayout>
 
 #include <functional>
 
@@ -122,12 +123,16 @@ private Q_SLOTS:
     void eventLoopInTheSlotMayCloseTheForm();
     void aClickClosesAtOnce();
     void aClickAfterAnEndedSlotClosesAtOnce();
+    void eventLoopInTheSlotOfAClickKeepsTheForm();
     void senderIsKnown();
     void slotMayDisconnectItsSender();
     void slotMayDeleteItsSender();
     void slotMayDeleteTheHost();
     void slotOfAnotherFormClosesAtOnce();
     void slotOfAChildsFormMayCloseTheParent();
+    void slotOfAFormWithoutItsElementMayCloseTheParent_data();
+    void slotOfAFormWithoutItsElementMayCloseTheParent();
+    void slotOfALayoutThatDiesMayClose();
     void loopsWithinLoops();
     void connectsTwiceWhenCalledTwice();
 
@@ -343,6 +348,24 @@ void TestNamedSlotWatch::aClickAfterAnEndedSlotClosesAtOnce()
     QVERIFY(goneAtOnce);
 }
 
+void TestNamedSlotWatch::eventLoopInTheSlotOfAClickKeepsTheForm()
+{
+    openForm(true, new QPushButton);
+    m_receiver.awaited = u"clicked"_s;
+    m_receiver.reaction = [&] {
+        QTimer::singleShot(0, element(), [&] { element()->close(); });
+        outliveAClosedForm();
+        QCOMPARE(m_answers, 1);
+        QVERIFY(m_it);
+        QCOMPARE(m_contexts, 0);
+    };
+    fromTheEventLoop([&] { QTest::mouseClick(m_it.data(), Qt::LeftButton); });
+    QCOMPARE(m_receiver.calls, 1);
+    QTRY_VERIFY(!m_host);
+    QCOMPARE(m_answers, 1);
+    QCOMPARE(m_contexts, 1);
+}
+
 void TestNamedSlotWatch::senderIsKnown()
 {
     openForm(false, new QCheckBox);
@@ -428,6 +451,55 @@ void TestNamedSlotWatch::slotOfAChildsFormMayCloseTheParent()
     QVERIFY(!m_host);
 }
 
+void TestNamedSlotWatch::slotOfAFormWithoutItsElementMayCloseTheParent_data()
+{
+    QTest::addColumn<QString>("signal");
+    QTest::addColumn<Trigger>("trigger");
+    QTest::newRow("toggled") << u"toggled"_s << key(Qt::Key_Space);
+    QTest::newRow("destroyed with its host")
+        << u"destroyed"_s << Trigger([](QWidget* widget) { delete widget->window(); });
+}
+
+void TestNamedSlotWatch::slotOfAFormWithoutItsElementMayCloseTheParent()
+{
+    QFETCH(const QString, signal);
+    QFETCH(const Trigger, trigger);
+    auto* parent = new ZEFUIWidget(nullptr, Qt::Window);
+    const QPointer<ZEFUIWidget> parentGuard(parent);
+    auto* child = new ZEFUIDialog(u"names"_s, u"en"_s, parent, Qt::Dialog, nullptr);
+    m_host = child;
+    auto* it = new QCheckBox(child);
+    it->setObjectName(u"it"_s);
+    child->element()->connectSlotsByName(&m_receiver);
+    delete child->element();
+    m_receiver.awaited = signal;
+    m_receiver.reaction = [&] { parent->element()->close(); };
+    fromTheEventLoop([&] {
+        trigger(it);
+        QVERIFY(parentGuard);
+    });
+    QCOMPARE(m_receiver.calls, 1);
+    QTRY_VERIFY(!parentGuard);
+}
+
+void TestNamedSlotWatch::slotOfALayoutThatDiesMayClose()
+{
+    openForm(false, new QWidget);
+    m_it->setObjectName(u"another"_s);
+    auto* layout = new QVBoxLayout(m_it);
+    layout->setObjectName(u"it"_s);
+    element()->connectSlotsByName(&m_receiver);
+    m_receiver.awaited = u"destroyed"_s;
+    m_receiver.reaction = [&] { element()->close(); };
+    fromTheEventLoop([&] {
+        delete layout;
+        QVERIFY(m_host);
+    });
+    QCOMPARE(m_receiver.calls, 1);
+    QTRY_VERIFY(!m_host);
+    QCOMPARE(m_answers, 1);
+}
+
 void TestNamedSlotWatch::loopsWithinLoops()
 {
     // The slot's event loop runs a slot that closes, in an event loop of its own.
@@ -464,6 +536,7 @@ void TestNamedSlotWatch::connectsTwiceWhenCalledTwice()
 }
 
 Q_DECLARE_METATYPE(Case)
+Q_DECLARE_METATYPE(Trigger)
 
 ZEF_TEST_MAIN(TestNamedSlotWatch)
 #include "test_namedslotwatch.moc"

@@ -3,7 +3,9 @@
 #include "LifetimeWorld.h"
 #include "ListShrinker.h"
 
+#include <QtCore/QEventLoop>
 #include <QtCore/QFile>
+#include <QtCore/QLoggingCategory>
 #include <QtCore/QProcess>
 #include <QtWidgets/QApplication>
 
@@ -31,20 +33,37 @@ QProcessEnvironment fillingFreedMemory()
 }
 
 //! Performs the lines one after the other, each in an event of its own, as things happen in a service.
-class Player : public QObject {
+class Player {
 public:
     explicit Player(const QStringList& lines)
-        : m_lines(lines)
+        : m_world([this] { return performNext(); })
+        , m_lines(lines)
     {
     }
 
-    void next()
+    void play()
     {
-        if (m_next == m_lines.size()) {
-            m_world.settle();
-            QCoreApplication::quit();
-            return;
+        while (m_next < m_lines.size()) {
+            QEventLoop loop;
+            QMetaObject::invokeMethod(
+                &loop,
+                [&] {
+                    performNext();
+                    QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+                },
+                Qt::QueuedConnection);
+            loop.exec();
         }
+        m_world.settle();
+    }
+
+    QStringList failures() const { return m_unreadable + m_world.failures(); }
+
+private:
+    bool performNext()
+    {
+        if (m_next == m_lines.size())
+            return false;
         const std::optional<Operation> operation = Operation::fromLine(m_lines.at(m_next));
         ++m_next;
         std::fprintf(stdout, "%lld\n", static_cast<long long>(m_next));
@@ -53,13 +72,9 @@ public:
             m_world.perform(*operation);
         else
             m_unreadable.append(u"not an operation: " + m_lines.at(m_next - 1));
-        QMetaObject::invokeMethod(
-            this, [this] { next(); }, Qt::QueuedConnection);
+        return true;
     }
 
-    QStringList failures() const { return m_unreadable + m_world.failures(); }
-
-private:
     LifetimeWorld m_world;
     QStringList m_lines;
     QStringList m_unreadable;
@@ -98,10 +113,10 @@ LifetimeRun::Outcome LifetimeRun::inProcess(const QStringList& lines, int patien
 
 int LifetimeRun::here(const QStringList& lines)
 {
+    QLoggingCategory::setFilterRules(
+        u"*.debug=false"_s); // each named slot that a form does not have, for one
     Player player(lines);
-    QMetaObject::invokeMethod(
-        &player, [&player] { player.next(); }, Qt::QueuedConnection);
-    QApplication::exec();
+    player.play();
     const QStringList failures = player.failures();
     for (const QString& failure : failures)
         std::fprintf(stderr, "%s\n", qUtf8Printable(failure));

@@ -1,29 +1,30 @@
 #pragma once
 
+#include "NamedSlots.h"
 #include "Operation.h"
 
 #include <ZEFPipeFacilityInvocationContext.h>
 
-#include <QtCore/QHash>
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
-#include <QtCore/QSet>
 #include <QtCore/QStringList>
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
 
+#include <functional>
 #include <memory>
 
 class QWidget;
 
 /*!
- * Nested hosts full of custom widgets and format edits, and everything that may happen to them. Whatever the
- * order: at most one answer per host, every context deleted exactly once, no crash.
+ * Nested hosts full of Qt's and the custom widgets, and everything that may happen to them. Whatever the
+ * order: at most one answer per host, every context deleted exactly once, nothing deleted under a slot that
+ * the library promised to hold it for, no crash.
  *
- * It listens to every signal of every object that it makes, those of Qt's base classes included, and
- * performs the waiting operations inside them. It deletes what the headers of the library allow to be
- * deleted there; where they ask for close() or deleteLater(), it does that.
+ * It is connected as services are: by dispatch, by connectSlotsByName(), to the library's own signals, and by
+ * hand to all others. The waiting operations are performed inside these slots. By hand it only queues
+ * close().
  *
  * Timers run only in "wait" and "tick", so that a run does not depend on the speed of the machine.
  */
@@ -31,7 +32,9 @@ class LifetimeWorld : public QObject {
     Q_OBJECT
 
 public:
-    LifetimeWorld();
+    //! \a performNext performs the next operation of the list, in an event loop that runs inside a slot; it
+    //! returns false at the end of the list.
+    explicit LifetimeWorld(std::function<bool()> performNext);
     ~LifetimeWorld() override;
 
     void perform(const Operation& operation);
@@ -41,7 +44,7 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    //! The world learns from it which events are being handled.
+    //! The world learns from it when Qt moves the focus.
     class Application : public QApplication { // clazy:exclude=missing-qobject-macro
     public:
         using QApplication::QApplication;
@@ -51,10 +54,14 @@ public:
 public Q_SLOTS:
     // the delegate of every form
     void okButton_clicked(ZEFPipeFacilityInvocationContext* context);
-    void agree_clicked(ZEFPipeFacilityInvocationContext* context, QVariant, QVariant);
+    void agree_clicked(ZEFPipeFacilityInvocationContext* context, QVariant nameEdit_text,
+                       QVariant count_value);
     void under_score_clicked(ZEFPipeFacilityInvocationContext* context);
     void myCommandLinkButton_clicked(ZEFPipeFacilityInvocationContext* context);
     void myLightStdButton_clicked(ZEFPipeFacilityInvocationContext* context);
+    void main_clicked(ZEFPipeFacilityInvocationContext* context);
+    void tool_clicked(ZEFPipeFacilityInvocationContext* context, QVariant line_text, QVariant spin_value);
+    // connected directly, as it is named as its widget
     void myLightStdSSButton();
 
 private Q_SLOTS:
@@ -62,71 +69,61 @@ private Q_SLOTS:
 
 private:
     struct Request {
+        QPointer<QWidget> host;
         int answers = 0;
         int deletions = 0;
     };
     class Context;
     class Busy;
 
-    //! An object that Qt or the caller works with further up the stack, and what must stay alive for it.
+    //! Code further up the stack that has called a slot, or Qt, and goes on when that returns.
     struct Frame {
-        enum Keeping {
-            Nothing,
-            Itself,
-            //! The object and all that it is part of.
-            Owners,
-            Everything,
-            //! All but the parent, which is the edit of a cell: a cell survives its edit.
-            EverythingButEdit
-        };
-        QPointer<QObject> object;
-        Keeping keeping = Nothing;
-        bool destroying = false;
-        //! A signal of Qt's that no element hears, such as the new title of a host.
-        bool unheard = false;
+        //! What may be deleted meanwhile.
+        enum Deletable { Everything, Itself, OtherHosts, Nothing };
+        Deletable deletable = Nothing;
+        QPointer<QObject> object = nullptr;
+        //! Something is half deleted, or Qt moves the focus: slots only close their own form.
+        bool onlyCloses = false;
+        int loopLevel = 0;
 
-        bool keeps(const QObject* other) const;
+        bool allows(const QObject* other) const;
     };
+    enum Connection { ByName, ByHand };
 
-    void react(const QString& signal, QObject* emitter);
+    void dispatched(ZEFPipeFacilityInvocationContext* context);
+    void react(const QMetaMethod& signal, QObject* emitter, Connection connection);
+    void react(const QString& signal, QObject* emitter, const Frame& frame, bool mayClose);
+    static Frame frameOf(const QMetaMethod& signal, QObject* emitter, Connection connection);
     void run(const Operation& operation, QObject* emitter);
-    void input(const Operation& operation, QWidget* target);
+    void runByHand(const Operation& operation, QObject* emitter, QWidget* deletable);
     void tinker(const Operation& operation, QWidget* target);
-    void closeOrDelete(const Operation& operation, QWidget* target, const QObject* emitter);
-    void call(const Operation& operation, QWidget* target);
+    void closeOrDelete(const Operation& operation, QWidget* target);
     void useElement(const Operation& operation, QWidget* host);
+    void runLoop(const Operation& operation);
 
     void create(const QString& kind, const QString& form, QWidget* parent);
     template <class Host> void adopt(Host* host, const std::shared_ptr<Request>& request);
     void add(const QString& kind, QWidget* parent);
-    void markAdded(QWidget* top);
     void watch(QObject* object);
     void watchAll(QWidget* top);
 
     QWidget* widgetAt(const Operation::Place& place, QObject* emitter);
-    static QWidget* hostOf(QObject* object);
-    bool isDying(const QObject* object) const;
-    bool isDestroying() const;
-    //! Whether no element hears the signals of a widget: it was added, or the element was deleted on its own.
-    bool isUnwatched(const QObject* object) const;
+    bool onlyCloses() const;
     bool mayDelete(const QObject* object) const;
-    bool mayClose(const QWidget* host, const QObject* emitter) const;
-    Frame frameOf(const QString& signal, QObject* emitter) const;
-    static Frame frameOf(const Operation& operation, QWidget* target);
-    static Frame frameOf(const QEvent* event, QObject* receiver);
-    void erase(QWidget* target, const QObject* emitter);
-    void wait();
+    bool mayDeleteLater(const QObject* object) const;
+    void erase(QWidget* target);
+    int deletionsOf(const QObject* host) const;
 
+    const std::function<bool()> m_performNext;
+    NamedSlots m_namedSlots;
     QList<QPointer<QWidget>> m_hosts;
     QList<std::shared_ptr<Request>> m_requests;
     QList<Operation> m_waiting;
-    QHash<const QObject*, const QMetaObject*> m_watched;
-    //! The widgets that no form was loaded with.
-    QSet<const QObject*> m_added;
     QList<Frame> m_frames;
-    //! What is emitting destroyed() right now.
-    QList<const QObject*> m_emittingDestroyed;
     QStringList m_marks;
+    QStringList m_failures;
+    //! How often it has deleted something itself.
+    int m_erasures = 0;
     int m_depth = 0;
     bool m_timersRun = false;
 };

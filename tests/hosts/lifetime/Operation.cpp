@@ -14,8 +14,8 @@ struct Verb {
     QList<QStringList> choices;
 };
 
-const QStringList forms = {u"names"_s,      u"labels"_s,      u"allwidgets"_s,
-                           u"allwidgets"_s, u"formatinput"_s, u"missing"_s};
+const QStringList forms = {u"names"_s,     u"labels"_s,      u"allwidgets"_s, u"allwidgets"_s,
+                           u"qtwidgets"_s, u"formatinput"_s, u"qtwidgets"_s,  u"missing"_s};
 const QStringList kinds = {u"toggle"_s,     u"commandlink"_s, u"stdbutton"_s, u"ssbutton"_s, u"sscheckbox"_s,
                            u"flat"_s,       u"hyperlink"_s,   u"ellipsis"_s,  u"calendar"_s, u"formatedit"_s,
                            u"formatedit"_s, u"cell"_s,        u"listedit"_s,  u"lineedit"_s, u"pushbutton"_s};
@@ -27,21 +27,43 @@ const QStringList formats = {
     u"((("_s,
     u"{2|,}"_s};
 const QStringList texts = {u"1"_s, u"12-3456"_s, u"OO0"_s, u"ab"_s, u"<a"_s, u"%1%n%{key}"_s, u"AAAA-1111"_s};
-const QStringList keys = {u"1"_s,      u"A"_s,       u"0"_s,      u"-"_s,         u"Backspace"_s,
-                          u"Delete"_s, u"Left"_s,    u"Right"_s,  u"Home"_s,      u"End"_s,
-                          u"Tab"_s,    u"Backtab"_s, u"Return"_s, u"Enter"_s,     u"Space"_s,
-                          u"Escape"_s, u"Paste"_s,   u"Undo"_s,   u"SelectAll"_s, u"Down"_s};
+const QStringList keys = {u"1"_s,         u"A"_s,     u"0"_s,     u"-"_s,      u"Backspace"_s, u"Delete"_s,
+                          u"Left"_s,      u"Right"_s, u"Home"_s,  u"End"_s,    u"Tab"_s,       u"Backtab"_s,
+                          u"Return"_s,    u"Enter"_s, u"Space"_s, u"Escape"_s, u"Paste"_s,     u"Undo"_s,
+                          u"SelectAll"_s, u"Down"_s,  u"Up"_s};
 const QStringList buttons = {u"left"_s, u"left"_s, u"left"_s, u"right"_s, u"middle"_s};
 const QStringList sides = {u"centre"_s, u"centre"_s, u"corner"_s, u"outside"_s};
 const QStringList sheets = {u"none"_s, u"QWidget{color:red}"_s, u"*{padding:3px}"_s};
 const QStringList small = {u"0"_s, u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s};
 const QStringList many = {u"0"_s,  u"1"_s,  u"2"_s,  u"3"_s,  u"4"_s,  u"5"_s,  u"7"_s, u"9"_s,
                           u"11"_s, u"13"_s, u"17"_s, u"19"_s, u"23"_s, u"29"_s, u"31"_s};
-const QStringList properties = {u"text"_s,         u"title"_s,       u"description"_s,    u"isOn"_s,
-                                u"onText"_s,       u"offText"_s,     u"format"_s,         u"ignore"_s,
-                                u"spacing"_s,      u"leftMargin"_s,  u"checked"_s,        u"default"_s,
-                                u"objectName"_s,   u"windowTitle"_s, u"toolTip"_s,        u"maxLength"_s,
-                                u"selectedDate"_s, u"visible"_s,     u"layoutDirection"_s};
+const QStringList properties = {u"text"_s,
+                                u"title"_s,
+                                u"description"_s,
+                                u"isOn"_s,
+                                u"onText"_s,
+                                u"offText"_s,
+                                u"format"_s,
+                                u"ignore"_s,
+                                u"spacing"_s,
+                                u"leftMargin"_s,
+                                u"checked"_s,
+                                u"default"_s,
+                                u"objectName"_s,
+                                u"windowTitle"_s,
+                                u"toolTip"_s,
+                                u"maxLength"_s,
+                                u"selectedDate"_s,
+                                u"visible"_s,
+                                u"layoutDirection"_s,
+                                u"value"_s,
+                                u"value"_s,
+                                u"currentIndex"_s,
+                                u"currentIndex"_s,
+                                u"currentRow"_s,
+                                u"plainText"_s,
+                                u"checked"_s,
+                                u"time"_s};
 const QStringList calls = {u"click"_s,     u"toggle"_s,      u"link"_s,      u"copy"_s,         u"paste"_s,
                            u"cut"_s,       u"clear"_s,       u"select"_s,    u"deselect"_s,     u"validate"_s,
                            u"alternate"_s, u"noalternate"_s, u"savefocus"_s, u"restorefocus"_s, u"case"_s,
@@ -95,7 +117,31 @@ const QStringList signalNames = {u"any"_s,
                                  u"delegate"_s,
                                  u"delegate"_s,
                                  u"activated"_s,
-                                 u"currentPageChanged"_s};
+                                 u"currentPageChanged"_s,
+                                 u"valueChanged"_s,
+                                 u"valueChanged"_s,
+                                 u"currentIndexChanged"_s,
+                                 u"currentTextChanged"_s,
+                                 u"editTextChanged"_s,
+                                 u"highlighted"_s,
+                                 u"dateTimeChanged"_s,
+                                 u"sliderPressed"_s,
+                                 u"sliderMoved"_s,
+                                 u"sliderReleased"_s,
+                                 u"actionTriggered"_s,
+                                 u"currentRowChanged"_s,
+                                 u"itemSelectionChanged"_s,
+                                 u"itemPressed"_s,
+                                 u"itemClicked"_s,
+                                 u"currentItemChanged"_s,
+                                 u"itemExpanded"_s,
+                                 u"currentChanged"_s,
+                                 u"tabBarClicked"_s,
+                                 u"currentCellChanged"_s,
+                                 u"cellPressed"_s,
+                                 u"keySequenceChanged"_s,
+                                 u"undoAvailable"_s,
+                                 u"accepted"_s};
 
 const QList<Verb>& verbs()
 {
@@ -152,13 +198,17 @@ const QList<Verb>& verbs()
         {u"tick"_s, 2, {}},
         {u"wait"_s, 4, {}},
         {u"spin"_s, 2, {}},
+        {u"loop"_s, 2, {small}},
     };
     return table;
 }
 
-//! From the rare to the frequent: a deletion inside a signal is what all this is about.
+//! What happens inside of signals more often than outside: a form that ends there is what all this is about.
+const QList<Verb> endings = {{u"delete"_s, 0, {}},       {u"delete"_s, 0, {}},    {u"elementclose"_s, 0, {}},
+                             {u"elementclose"_s, 0, {}}, {u"destroy"_s, 0, {}},   {u"close"_s, 0, {}},
+                             {u"wait"_s, 0, {}},         {u"loop"_s, 0, {small}}, {u"loop"_s, 0, {small}}};
 constexpr int insideSignals = 35; // percent
-constexpr int deletionsInside = 40; // percent
+constexpr int endingsInside = 60; // percent
 
 class Lot {
 public:
@@ -173,7 +223,7 @@ public:
         const bool inside = below(100) < insideSignals;
         if (inside)
             operation.signal = oneOf(signalNames);
-        const Verb verb = inside && below(100) < deletionsInside ? Verb{u"delete"_s, 0, {}} : drawnVerb();
+        const Verb verb = inside && below(100) < endingsInside ? oneOf(endings) : drawnVerb();
         operation.verb = verb.name;
         operation.place.kind =
             inside ? static_cast<Operation::Place::Kind>(below(4)) : Operation::Place::Numbered;
@@ -187,7 +237,10 @@ public:
 private:
     int below(int bound) { return m_random.bounded(bound); }
 
-    QString oneOf(const QStringList& choice) { return choice.at(below(static_cast<int>(choice.size()))); }
+    template <class T> T oneOf(const QList<T>& choice)
+    {
+        return choice.at(below(static_cast<int>(choice.size())));
+    }
 
     Verb drawnVerb()
     {
