@@ -134,8 +134,17 @@ QSize neededSize(const QWidget* widget)
     }
     if (qobject_cast<const ZEFCommandLinkButton*>(widget))
         return QSize(0, 0);
-    if (const auto* button = qobject_cast<const QPushButton*>(widget))
-        return button->sizeHint();
+    // It draws its text over its edges, and has one height.
+    if (widget->inherits("ZEFStdButton"))
+        return widget->sizeHint();
+    if (const auto* button = qobject_cast<const QPushButton*>(widget)) {
+        QStyleOptionButton option;
+        option.initFrom(button);
+        const QRect contents =
+            button->style()->subElementRect(QStyle::SE_PushButtonContents, &option, button);
+        return button->fontMetrics().size(Qt::TextShowMnemonic, button->text()) + button->size()
+            - contents.size();
+    }
     if (const auto* edit = qobject_cast<const QLineEdit*>(widget))
         return QSize(edit->maxLength() < 20 ? edit->fontMetrics().horizontalAdvance(edit->text()) + 6 : 0,
                      edit->sizeHint().height());
@@ -317,7 +326,9 @@ void LooksTest::seesWhatIsCut()
     QVERIFY(neededSize(label).width() > label->width());
     auto* button = new QPushButton(u"Some text"_s, &window);
     button->adjustSize();
-    QCOMPARE(neededSize(button), button->size());
+    QVERIFY(neededSize(button).width() <= button->width());
+    button->setText(u"Some text that is much longer"_s);
+    QVERIFY(neededSize(button).width() > button->width());
 }
 
 void LooksTest::formsAreReadable_data()
@@ -547,26 +558,23 @@ void LooksTest::theGalleryIsSharp()
     ShownPage shown(page);
     if (shown.window.devicePixelRatio() <= 1)
         QSKIP("Run at another scale below");
+    const QImage fine = shown.window.grab().toImage().convertToFormat(QImage::Format_RGB32);
     QImage coarse(shown.window.size(), QImage::Format_RGB32);
     shown.window.render(&coarse);
-    const QImage fine = shown.window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const double ratio = fine.devicePixelRatio();
     for (const QWidget* widget : shown.page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        const auto area = [&](double ratio) {
-            const QPointF corner = QPointF(widget->mapTo(&shown.window, QPoint())) * ratio;
-            return QRect(corner.toPoint(), QSizeF(QSizeF(widget->size()) * ratio).toSize());
-        };
-        const QImage drawn = fine.copy(area(fine.devicePixelRatio()));
-        double smallest = 255;
+        const QPointF corner = QPointF(widget->mapTo(&shown.window, QPoint())) * ratio;
+        const QRect area = QRectF(corner, QSizeF(widget->size()) * ratio).toAlignedRect() & fine.rect();
         for (const Qt::TransformationMode mode : {Qt::FastTransformation, Qt::SmoothTransformation}) {
-            const QImage enlarged = coarse.copy(area(1)).scaled(drawn.size(), Qt::IgnoreAspectRatio, mode);
+            const QImage enlarged = coarse.scaled(fine.size(), Qt::IgnoreAspectRatio, mode);
             double sum = 0;
-            for (int y = 0; y < drawn.height(); ++y) {
-                for (int x = 0; x < drawn.width(); ++x)
-                    sum += qAbs(qGray(drawn.pixel(x, y)) - qGray(enlarged.pixel(x, y)));
+            for (int y = area.top(); y <= area.bottom(); ++y) {
+                for (int x = area.left(); x <= area.right(); ++x)
+                    sum += qAbs(qGray(fine.pixel(x, y)) - qGray(enlarged.pixel(x, y)));
             }
-            smallest = qMin(smallest, sum / (drawn.width() * drawn.height()));
+            const double mean = sum / (area.width() * area.height());
+            QVERIFY2(mean > 0.2, qPrintable(u"%1: %2"_s.arg(describe(widget)).arg(mean)));
         }
-        QVERIFY2(smallest > 1, qPrintable(u"%1: %2"_s.arg(describe(widget)).arg(smallest)));
     }
 }
 
