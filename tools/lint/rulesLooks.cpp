@@ -57,14 +57,13 @@ void checkCommandLinkHeights(const Project& project, QLatin1String rule, Finding
 void checkFormatDirections(const Project& project, QLatin1String rule, Findings* findings)
 {
     for (const Form& form : project.forms) {
+        // A direction counts for everything inside a widget; parents stand before their children.
+        QList<bool> isFixed;
+        isFixed.reserve(form.widgets.size());
         for (const FormWidget& widget : form.widgets) {
-            if (!ClassCatalog::inherits(widget.created, "ZEFFormatEdit"))
-                continue;
-            // A direction counts for everything inside a widget.
-            const FormWidget* fixed = &widget;
-            while (!fixed->property("layoutDirection"_L1) && fixed->parent >= 0)
-                fixed = &form.widgets.at(fixed->parent);
-            if (fixed->property("layoutDirection"_L1))
+            isFixed.append(widget.property("layoutDirection"_L1)
+                           || (widget.parent >= 0 && isFixed.at(widget.parent)));
+            if (isFixed.constLast() || !ClassCatalog::inherits(widget.created, "ZEFFormatEdit"))
                 continue;
             findings->append({rule, form.path, widget.line,
                               u"in Hebrew and Arabic the cells of \"" + widget.name
