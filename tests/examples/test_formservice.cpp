@@ -517,7 +517,7 @@ void FormServiceTest::isNotCutWithinTheScreen()
     QVERIFY(plain);
     const int line = plain->fontMetrics().lineSpacing();
     const qsizetype lines = (screen * 4 / 5 - plain->height()) / line;
-    const ZEFUIDialog* form = open(*client,
+    const ZEFUIDialog* form = open(*otherClient,
                                    R"({"form": "signin", "set": {"hintLabel_text": ")"
                                        + QByteArray("x\\n").repeated(lines) + R"("}})");
     QVERIFY(form);
