@@ -180,8 +180,11 @@ void checkRoom(const QWidget* window)
 //! What a user may have entered, and everything that can be used, so that all of it is measured.
 void fillIn(ZEFUIDialog* dialog)
 {
-    for (auto* key : dialog->findChildren<ZEFFormatEdit*>())
+    for (auto* key : dialog->findChildren<ZEFFormatEdit*>()) {
         QVERIFY(key->setText(u"7K02-M3QX-9PLD-5T8R-PR"_s));
+        // As the service does.
+        key->setCellBottomHighlight(2, key->palette().color(QPalette::Highlight));
+    }
     for (auto* button : dialog->findChildren<QPushButton*>())
         button->setEnabled(true);
     QCoreApplication::processEvents();
