@@ -253,6 +253,8 @@ private Q_SLOTS:
 
     void formsAreReadable_data();
     void formsAreReadable();
+    void formsStayReadableWhenTheDesktopChanges_data();
+    void formsStayReadableWhenTheDesktopChanges();
     void boxesAndFieldsCanBeSeen_data();
     void boxesAndFieldsCanBeSeen();
     void theFocusCanBeSeen_data();
@@ -352,6 +354,23 @@ void LooksTest::formsAreReadable()
     FormPreview preview(optionsFor(form, u"en"_s));
     QVERIFY2(preview.load(&m_error), qPrintable(m_error));
     fillIn(preview.dialog());
+    checkTexts(preview.dialog());
+}
+
+void LooksTest::formsStayReadableWhenTheDesktopChanges_data()
+{
+    formsAreReadable_data();
+}
+
+void LooksTest::formsStayReadableWhenTheDesktopChanges()
+{
+    QFETCH(const QString, form);
+    QFETCH(const QPalette, palette);
+    FormPreview preview(optionsFor(form, u"en"_s));
+    QVERIFY2(preview.load(&m_error), qPrintable(m_error));
+    fillIn(preview.dialog());
+    Looks::apply(palette);
+    QCoreApplication::processEvents();
     checkTexts(preview.dialog());
 }
 

@@ -114,6 +114,10 @@ bool readOptions(const QCommandLineParser& parser, Options* options, QString* er
         *error = u"several locales are shown in one picture: add --screenshot"_s;
         return false;
     }
+    if (parser.isSet(u"dark"_s) && parser.isSet(u"high-contrast"_s)) {
+        *error = u"--dark and --high-contrast exclude each other"_s;
+        return false;
+    }
     PreviewOptions& form = options->form;
     form.form = forms.constFirst();
     form.styleSheets = parser.value(u"css"_s);

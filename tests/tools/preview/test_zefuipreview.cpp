@@ -353,6 +353,8 @@ void TestZEFUIPreview::whatCannotBeRunIsSaidInOneLine_data()
         "the size must be <width>x<height> in pixels, for instance 640x480, not 0x10");
     row("endless size", {u"--size"_s, u"99999x10"_s, u"panel.ui"_s},
         "the size must be <width>x<height> in pixels, for instance 640x480, not 99999x10");
+    row("two sets of colours", {u"--dark"_s, u"--high-contrast"_s, u"panel.ui"_s},
+        "--dark and --high-contrast exclude each other");
     row("no scale", {u"--scale"_s, u"big"_s, u"panel.ui"_s},
         "--scale must be a number from 0.5 to 8, not big");
     row("a negative scale", {u"--scale=-1"_s, u"panel.ui"_s},
