@@ -31,10 +31,28 @@ QString geometry(int width, int height)
                .arg(height);
 }
 
+QString preferredSizePolicy()
+{
+    return u"<property name=\"sizePolicy\"><sizepolicy hsizetype=\"Preferred\" vsizetype=\"Preferred\">"
+           "<horstretch>0</horstretch><verstretch>0</verstretch></sizepolicy></property>"_s;
+}
+
 // The texts of labels may come from a client, who must not bring markup with them.
 QString plainText()
 {
     return u"<property name=\"textFormat\"><enum>Qt::PlainText</enum></property>"_s;
+}
+
+// Without it the keyboard does not reach links, flat buttons and the mnemonics of format edits.
+QString focusPolicy()
+{
+    return u"<property name=\"focusPolicy\"><enum>Qt::StrongFocus</enum></property>"_s;
+}
+
+// Product keys are read from the left in every language.
+QString leftToRight()
+{
+    return u"<property name=\"layoutDirection\"><enum>Qt::LeftToRight</enum></property>"_s;
 }
 
 QString code(QLatin1String property)
@@ -60,8 +78,9 @@ QHash<QLatin1String, WidgetDescription> makeDescriptions()
           u"Margins and fonts come from the style sheet; its labels are called title, description and icon. "
           "Enter presses the first visible default command link of a dialog."_s,
           u"commandLinkButton"_s,
-          geometry(240, 64) + size("minimumSize"_L1, 160, 0) + text("title"_L1, u"Title"_s)
-              + text("description"_L1, u"What happens then"_s),
+          // Of its own the class is as low as an empty push button, in any layout.
+          geometry(240, 64) + preferredSizePolicy() + size("minimumSize"_L1, 160, 0)
+              + text("title"_L1, u"Title"_s) + text("description"_L1, u"What happens then"_s),
           line("title"_L1) + lines("description"_L1)}},
         {"ZEFToggleButton"_L1,
          {u"Toggle Button"_s, u"A switch with a text and an image for each of its two states"_s,
@@ -78,7 +97,9 @@ QHash<QLatin1String, WidgetDescription> makeDescriptions()
         {"ZEFFormatEdit"_L1,
          {u"Format Edit"_s, u"A row of input cells with separators, built from a format"_s,
           u"The format {3}(\\d*)-{4}(\\d*) makes two cells for 3 and 4 digits with a dash between them."_s,
-          u"formatEdit"_s, geometry(180, 32) + untranslated("format"_L1, u"{4}(\\d*)-{4}(\\d*)"_s),
+          u"formatEdit"_s,
+          geometry(180, 32) + focusPolicy() + leftToRight()
+              + untranslated("format"_L1, u"{4}(\\d*)-{4}(\\d*)"_s),
           code("format"_L1) + code("ignore"_L1)}},
         {"ZEFEllipsisLabel"_L1,
          {u"Ellipsis Label"_s,
@@ -94,16 +115,16 @@ QHash<QLatin1String, WidgetDescription> makeDescriptions()
           u"Without a receiver of checkInternetConnection() no link is ever opened."_s,
           u"hyperlinkLabel"_s,
           geometry(160, 20)
-              + text("text"_L1, u"&lt;a href=&quot;https://example.org/&quot;&gt;Link&lt;/a&gt;"_s),
+              + text("text"_L1, u"&lt;a href=&quot;https://example.org/&quot;&gt;Link&lt;/a&gt;"_s)
+              + focusPolicy(),
           {}}},
         {"ZEFFlatButton"_L1,
          {u"Flat Button"_s,
           u"A label that acts as a button"_s,
           u"Its signals are mouseClicked() and enterKeyClicked(); it has no clicked()."_s,
           u"flatButton"_s,
-          geometry(100, 24) + text("text"_L1, u"Flat button"_s) + plainText()
-              + u"<property name=\"focusPolicy\"><enum>Qt::StrongFocus</enum></property>"
-                "<property name=\"cursor\"><cursorShape>PointingHandCursor</cursorShape></property>"_s,
+          geometry(100, 24) + text("text"_L1, u"Flat button"_s) + plainText() + focusPolicy()
+              + u"<property name=\"cursor\"><cursorShape>PointingHandCursor</cursorShape></property>"_s,
           {}}},
         {"ZEFLightStdSSButton"_L1,
          {u"Light Style-Sheet Button"_s,
@@ -115,9 +136,11 @@ QHash<QLatin1String, WidgetDescription> makeDescriptions()
         {"ZEFLightStdSSCheckbox"_L1,
          {u"Light Style-Sheet Check Box"_s,
           u"A check box for style sheets that wraps its text"_s,
-          u"Its size hint never shrinks and may grow with each layout: keep its maximum height."_s,
+          u"Its size hint never shrinks and may grow with each layout: keep its "
+          "maximum height, which is a line and a half of its font."_s,
           u"styledCheckBox"_s,
-          geometry(160, 24) + size("maximumSize"_L1, 16777215, 24) + text("text"_L1, u"Check box"_s),
+          geometry(160, 24) + untranslated("styleSheet"_L1, u"ZEFLightStdSSCheckbox { max-height: 1.5em; }"_s)
+              + text("text"_L1, u"Check box"_s),
           {}}},
         {"ZEFLightStdButton"_L1,
          {u"Light Painted Button"_s,

@@ -28,7 +28,6 @@ void Page::add(const QString& caption, QWidget* specimen, std::function<void()> 
     QFont font = label->font();
     font.setItalic(true);
     label->setFont(font);
-    label->setForegroundRole(QPalette::PlaceholderText);
     const int row = 3 * (m_count / m_columns);
     const int column = m_count % m_columns;
     if (row > 0)

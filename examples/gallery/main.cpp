@@ -3,6 +3,8 @@
 
 #include "Page.h"
 #include "pages.h"
+#include "tools/common/Looks.h"
+#include "tools/preview/PseudoTranslation.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
@@ -33,6 +35,8 @@ bool render(Page& page, const QDir& directory)
     window.show();
     window.activateWindow();
     settle();
+    // the style sheet of a page counts only now
+    window.resize(window.sizeHint());
     page.bringStates();
     settle();
     const bool saved = window.grab().save(directory.filePath(page.className().toLower() + u".png"));
@@ -47,8 +51,6 @@ int renderAll(const QString& path)
         QTextStream(stderr) << "gallery: cannot create " << path << '\n';
         return 1;
     }
-    // The colours of this desktop are not those of the manual.
-    QApplication::setPalette(QApplication::style()->standardPalette());
     int failures = 0;
     const QList<Page*> pages = createPages();
     for (Page* page : pages) {
@@ -101,7 +103,28 @@ int main(int argc, char** argv)
     const QCommandLineOption renderOption(QStringLiteral("render"),
                                           QStringLiteral("Write one picture per class into <directory>."),
                                           QStringLiteral("directory"));
-    parser.addOption(renderOption);
+    const QCommandLineOption darkOption(QStringLiteral("dark"), QStringLiteral("White on nearly black."));
+    const QCommandLineOption highContrastOption(QStringLiteral("high-contrast"),
+                                                QStringLiteral("White and yellow on black."));
+    const QCommandLineOption fontSizeOption(QStringLiteral("font-size"),
+                                            QStringLiteral("The size of the application's font."),
+                                            QStringLiteral("points"));
+    const QCommandLineOption pseudoOption(
+        QStringLiteral("pseudo"), QStringLiteral("Longer texts with accents, as translations may be."));
+    parser.addOptions({renderOption, darkOption, highContrastOption, fontSizeOption, pseudoOption});
     parser.process(application);
+
+    // The colours of this desktop are not those of the manual.
+    if (rendering)
+        QApplication::setPalette(QApplication::style()->standardPalette());
+    if (parser.isSet(darkOption))
+        Looks::apply(Looks::darkPalette());
+    if (parser.isSet(highContrastOption))
+        Looks::apply(Looks::highContrastPalette());
+    if (const double points = parser.value(fontSizeOption).toDouble(); points > 0)
+        Looks::setFontSize(points);
+    PseudoTranslator translator{QLatin1String(galleryContext)};
+    if (parser.isSet(pseudoOption))
+        QApplication::installTranslator(&translator);
     return parser.isSet(renderOption) ? renderAll(parser.value(renderOption)) : show();
 }

@@ -15,9 +15,23 @@
 #include <ZEFToggleButton.h>
 
 #include <QtGui/QPainter>
+#include <QtGui/QTextCharFormat>
 #include <QtWidgets/QApplication>
 
 namespace {
+
+//! A text of a widget, which a translator may replace.
+QString shown(const char* text)
+{
+    return QCoreApplication::translate(galleryContext, text);
+}
+
+//! A length that grows with the font; \a pixels at the usual size of 9 points.
+int grown(const QWidget* widget, int pixels)
+{
+    constexpr double usualPoints = 9;
+    return qRound(pixels * qMax(1.0, widget->font().pointSizeF() / usualPoints));
+}
 
 QPixmap drawn(const QSize& size, const std::function<void(QPainter&)>& draw)
 {
@@ -66,13 +80,14 @@ QPixmap closeImage()
 ZEFCommandLinkButton* commandLink()
 {
     auto* button = new ZEFCommandLinkButton;
-    button->setTitle(QStringLiteral("Save and continue"));
-    button->setDescription(QStringLiteral("Keeps what you have written and opens the next form."));
+    button->setTitle(shown("Save and continue"));
+    button->setDescription(shown("Keeps what you have written and opens the next form."));
     button->setIcon(arrowIcon());
-    button->setStyleSheet(QStringLiteral("#title { font-weight: bold; color: #003399; }"
-                                         "#title:disabled { color: #a0a0a4; }"));
+    button->setStyleSheet(QStringLiteral("#title { font-weight: bold; }"));
+    button->setFrameColor(button->palette().color(QPalette::WindowText));
     button->ensurePolished();
-    button->setFixedSize(250, button->heightForWidth(250));
+    const int width = grown(button, 250);
+    button->setFixedSize(width, button->heightForWidth(width));
     button->setAutoDefault(false);
     return button;
 }
@@ -104,12 +119,12 @@ Page* commandLinkPage()
 ZEFToggleButton* toggle(bool on)
 {
     auto* button = new ZEFToggleButton;
-    button->setOffText(QStringLiteral("Notifications are off"));
-    button->setOnText(QStringLiteral("Notifications are on"));
+    button->setOffText(shown("Notifications are off"));
+    button->setOnText(shown("Notifications are on"));
     button->setOffImage(switchImage(false));
     button->setOnImage(switchImage(true));
     button->setSpacing(8);
-    button->setMinimumWidth(200);
+    button->setMinimumWidth(grown(button, 200));
     button->setProperty("isOn", on);
     return button;
 }
@@ -136,7 +151,7 @@ template <class Button> Button* button(const QString& text)
 //! The states that all push buttons have.
 template <class Button> void addButtonStates(Page* page)
 {
-    const QString text = QStringLiteral("&Continue");
+    const QString text = shown("&Continue");
     page->add(QStringLiteral("normal"), button<Button>(text));
     auto* hovered = button<Button>(text);
     page->add(QStringLiteral("hovered"), hovered, [hovered] { hover(hovered); });
@@ -156,8 +171,7 @@ Page* paintedButtonPage()
 {
     auto* page = new Page(QStringLiteral("ZEFLightStdButton"), 3);
     addButtonStates<ZEFLightStdButton>(page);
-    page->add(QStringLiteral("long text"),
-              button<ZEFLightStdButton>(QStringLiteral("Continue without saving")));
+    page->add(QStringLiteral("long text"), button<ZEFLightStdButton>(shown("Continue without saving")));
     page->add(QStringLiteral("no text"), button<ZEFLightStdButton>(QString()));
     return page;
 }
@@ -166,8 +180,8 @@ Page* styleSheetButtonPage()
 {
     auto* page = new Page(QStringLiteral("ZEFLightStdSSButton"), 3);
     page->setStyleSheet(QStringLiteral(
-        "#ZEFLightStdSSButton { background: #f4f4f5; border: 1px solid #6e6f75; border-radius: 4px;"
-        " padding: 4px 12px; min-width: 90px; }"
+        "#ZEFLightStdSSButton { background: #f4f4f5; color: #333333; border: 1px solid #6e6f75;"
+        " border-radius: 4px; padding: 4px 12px; min-width: 90px; }"
         "#ZEFLightStdSSButton:default { border-width: 2px; }"
         "#ZEFLightStdSSButton:hover { background: #fff2d8; }"
         "#ZEFLightStdSSButton:pressed { background: #b8dcf2; }"
@@ -183,14 +197,17 @@ ZEFLightStdSSCheckbox* checkBox(const QString& text, bool on)
     box->setText(text);
     box->setChecked(on);
     // the size hint follows the current size, so that the size is up to the form
-    box->setFixedSize(220, 18);
+    const int width = grown(box, 220);
+    const QRect lines = box->fontMetrics().boundingRect(0, 0, width - grown(box, 24), QWIDGETSIZE_MAX,
+                                                        Qt::TextWordWrap, text);
+    box->setFixedSize(width, lines.height() + 4);
     return box;
 }
 
 Page* checkBoxPage()
 {
     auto* page = new Page(QStringLiteral("ZEFLightStdSSCheckbox"), 3);
-    const QString text = QStringLiteral("&Remember me");
+    const QString text = shown("&Remember me");
     page->add(QStringLiteral("off"), checkBox(text, false));
     page->add(QStringLiteral("on"), checkBox(text, true));
     auto* hovered = checkBox(text, false);
@@ -203,9 +220,7 @@ Page* checkBoxPage()
     disabled->setEnabled(false);
     page->add(QStringLiteral("disabled"), disabled);
     auto* wrapped = checkBox(
-        QStringLiteral("I have read the terms of use, all of them, and I do agree with each and every one."),
-        true);
-    wrapped->setFixedSize(220, 54);
+        shown("I have read the terms of use, all of them, and I do agree with each and every one."), true);
     wrapped->setStyleSheet(QStringLiteral("QCheckBox::indicator { subcontrol-position: left top; }"));
     page->add(QStringLiteral("wrapped text"), wrapped);
     return page;
@@ -216,15 +231,15 @@ ZEFEllipsisLabel* ellipsisLabel(const QString& text, int width)
     auto* label = new ZEFEllipsisLabel;
     label->setTextFormat(Qt::PlainText);
     label->setText(text);
-    label->setFixedWidth(width);
+    label->setFixedWidth(grown(label, width));
     return label;
 }
 
 Page* ellipsisLabelPage()
 {
     auto* page = new Page(QStringLiteral("ZEFEllipsisLabel"), 2);
-    const QString text = QStringLiteral("Quarterly report of the northern branch office.pdf");
-    page->add(QStringLiteral("fits"), ellipsisLabel(QStringLiteral("Report.pdf"), 200));
+    const QString text = shown("Quarterly report of the northern branch office.pdf");
+    page->add(QStringLiteral("fits"), ellipsisLabel(shown("Report.pdf"), 200));
     page->add(QStringLiteral("elided"), ellipsisLabel(text, 200));
     auto* framed = ellipsisLabel(text, 200);
     framed->setFrameStyle(QFrame::Box | QFrame::Plain);
@@ -238,7 +253,7 @@ Page* ellipsisLabelPage()
 ZEFHyperlinkLabel* hyperlinkLabel()
 {
     auto* label = new ZEFHyperlinkLabel;
-    label->setText(QStringLiteral("See the <a href='https://example.com'>terms of use</a>."));
+    label->setText(shown("See the <a href='https://example.com'>terms of use</a>."));
     return label;
 }
 
@@ -255,14 +270,14 @@ Page* hyperlinkLabelPage()
 ZEFFlatButton* flatButton()
 {
     auto* button = new ZEFFlatButton;
-    button->setText(QStringLiteral("Forgot your password?"));
+    button->setText(shown("Forgot your password?"));
     button->setCursor(Qt::PointingHandCursor);
     button->setFocusPolicy(Qt::StrongFocus);
     button->setStyleSheet(
-        QStringLiteral("QLabel { color: #0067b8; padding: 3px; border: 1px solid transparent; }"
-                       "QLabel:hover { color: #e07000; }"
-                       "QLabel:focus { border: 1px dotted #0067b8; }"
-                       "QLabel:disabled { color: #a0a0a4; }"));
+        QStringLiteral("QLabel { color: palette(link); padding: 3px; border: 1px solid transparent; }"
+                       "QLabel:hover { text-decoration: underline; }"
+                       "QLabel:focus { border: 1px dotted palette(link); }"
+                       "QLabel:disabled { color: #808080; }"));
     return button;
 }
 
@@ -341,8 +356,11 @@ ZEFCalendarWidget* calendar()
     auto* calendar = new ZEFCalendarWidget;
     calendar->setLocale(QLocale(QLocale::English, QLocale::UnitedKingdom));
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    // Qt's red of weekends is too pale for small text, on white as well as on black.
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        calendar->setWeekdayTextFormat(day, QTextCharFormat());
     calendar->setSelectedDate(QDate(2024, 5, 15));
-    calendar->setFixedSize(260, 190);
+    calendar->setFixedSize(grown(calendar, 260), grown(calendar, 190));
     return calendar;
 }
 

@@ -9,6 +9,7 @@
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtUiTools/QUiLoader>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QLayout>
 
 #include <algorithm>
 
@@ -98,11 +99,34 @@ private Q_SLOTS:
         QVERIFY(candidate->whatsThis().endsWith(u'.'));
         QCOMPARE(candidate->includeFile(), className + u".h"_s);
         QVERIFY(!candidate->isContainer());
-        QCOMPARE(candidate->icon().availableSizes(), QList<QSize>{QSize(22, 22)});
+        QVERIFY(candidate->icon().availableSizes().contains(QSize(22, 22)));
         QVERIFY(!candidate->icon().pixmap(22).isNull());
         QVERIFY(!candidate->isInitialized());
         candidate->initialize(nullptr);
         QVERIFY(candidate->isInitialized());
+    }
+
+    //! Qt takes the second picture by its name.
+    void isSharpOnFineScreens_data() { rows(); }
+    void isSharpOnFineScreens()
+    {
+        QFETCH(QString, className);
+        const QString path = u":/zefui/designer/%1%2.png"_s.arg(className.toLower());
+        const QImage plain(path.arg(QString()));
+        const QImage fine(path.arg(u"@2x"_s));
+        QCOMPARE(plain.size(), QSize(22, 22));
+        QCOMPARE(fine.size(), QSize(44, 44));
+        QVERIFY2(fine != plain.scaled(44, 44), "only enlarged");
+        // It shows the same: no part of the one is far from the other.
+        const QImage small = fine.scaled(11, 11, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                                 .convertToFormat(QImage::Format_ARGB32);
+        const QImage other = plain.scaled(11, 11, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                                 .convertToFormat(QImage::Format_ARGB32);
+        for (int y = 0; y < 11; ++y) {
+            for (int x = 0; x < 11; ++x)
+                QVERIFY2(qAbs(qAlpha(small.pixel(x, y)) - qAlpha(other.pixel(x, y))) < 140,
+                         qPrintable(u"at %1, %2"_s.arg(x).arg(y)));
+        }
     }
 
     void hasAnIconOfItsOwn()
@@ -176,8 +200,51 @@ private Q_SLOTS:
         const auto button = dropped(u"ZEFFlatButton"_s);
         QCOMPARE(button->property("textFormat").toInt(), int(Qt::PlainText));
         QCOMPARE(button->focusPolicy(), Qt::StrongFocus);
-        const auto checkBox = dropped(u"ZEFLightStdSSCheckbox"_s);
-        QCOMPARE(checkBox->maximumHeight(), 24);
+    }
+
+    //! Whatever the user's font; in a layout, which asks for what the class itself gets wrong.
+    void startsReadable_data()
+    {
+        QTest::addColumn<int>("points");
+        for (const int points : {9, 14, 20})
+            QTest::addRow("%d points", points) << points;
+    }
+    void startsReadable()
+    {
+        QFETCH(int, points);
+        QWidget form;
+        QFont font = form.font();
+        font.setPointSize(points);
+        form.setFont(font);
+        auto* layout = new QVBoxLayout(&form);
+        auto* link = dropped(u"ZEFCommandLinkButton"_s).release();
+        layout->addWidget(link);
+        auto* checkBox = dropped(u"ZEFLightStdSSCheckbox"_s).release();
+        layout->addWidget(checkBox);
+        form.show();
+        for (const QLabel* label : link->findChildren<QLabel*>()) {
+            if (label->text().isEmpty())
+                continue;
+            QVERIFY2(label->height() >= label->fontMetrics().height(), qPrintable(label->text()));
+            QVERIFY(link->rect().contains(label->geometry()));
+        }
+        // Each layout makes it taller; here that ends.
+        for (int i = 0; i < 20; ++i) {
+            checkBox->updateGeometry();
+            QCoreApplication::sendPostedEvents();
+        }
+        QVERIFY(checkBox->height() >= checkBox->fontMetrics().height());
+        QVERIFY(checkBox->height() <= 2 * checkBox->fontMetrics().height());
+    }
+
+    void startsWithinReach()
+    {
+        for (const QString& name : {u"ZEFFormatEdit"_s, u"ZEFHyperlinkLabel"_s, u"ZEFFlatButton"_s})
+            QCOMPARE(dropped(name)->focusPolicy(), Qt::StrongFocus);
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+        const Qt::LayoutDirection direction = dropped(u"ZEFFormatEdit"_s)->layoutDirection();
+        QApplication::setLayoutDirection(Qt::LeftToRight);
+        QCOMPARE(direction, Qt::LeftToRight);
     }
 
     //! Designer would save the cut text.

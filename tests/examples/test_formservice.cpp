@@ -15,6 +15,7 @@
 #include <QtNetwork/QLocalSocket>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
@@ -51,6 +52,12 @@ private Q_SLOTS:
     void takesTheClientFromTheOperatingSystem();
     void translates();
     void fallsBackToTheBaseLanguage();
+    void isWrittenAsItsLanguage_data();
+    void isWrittenAsItsLanguage();
+    void needsNoMoreThanASmallScreen_data();
+    void needsNoMoreThanASmallScreen();
+    void isNotCutWithinTheScreen();
+    void leadsToTheFirstCellByItsMnemonic();
     void anUnknownLocaleLeavesTheTextsAsTheyAre();
     void valuesAreData_data();
     void valuesAreData();
@@ -442,6 +449,92 @@ void FormServiceTest::fallsBackToTheBaseLanguage()
     const ZEFUIDialog* form = open(*client, R"({"form": "signin", "locale": "de_AT"})");
     QVERIFY(form);
     QCOMPARE(labelText(form, "passwordLabel"), QStringLiteral("&Kennwort"));
+}
+
+void FormServiceTest::isWrittenAsItsLanguage_data()
+{
+    QTest::addColumn<QByteArray>("locale");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("English") << QByteArray("en") << Qt::LeftToRight;
+    QTest::newRow("German") << QByteArray("de_AT") << Qt::LeftToRight;
+    QTest::newRow("Hebrew") << QByteArray("he") << Qt::RightToLeft;
+    QTest::newRow("Arabic") << QByteArray("ar_EG") << Qt::RightToLeft;
+    QTest::newRow("nonsense") << QByteArray("x y z") << Qt::LeftToRight;
+}
+
+void FormServiceTest::isWrittenAsItsLanguage()
+{
+    QFETCH(const QByteArray, locale);
+    QFETCH(const Qt::LayoutDirection, direction);
+    const auto client = connectClient();
+    const ZEFUIDialog* form = open(*client, R"({"form": "activation", "locale": ")" + locale + R"("})");
+    QVERIFY(form);
+    QCOMPARE(form->layoutDirection(), direction);
+    QCOMPARE(form->findChild<QLabel*>(QStringLiteral("keyLabel"))->layoutDirection(), direction);
+    // A product key is read from the left in every language.
+    QCOMPARE(form->findChild<ZEFFormatEdit*>(QStringLiteral("productKey"))->layoutDirection(),
+             Qt::LeftToRight);
+    click(form, "laterButton");
+    QTRY_COMPARE(openForms().size(), 2);
+    for (const ZEFUIDialog* opened : openForms())
+        QCOMPARE(opened->layoutDirection(), direction);
+}
+
+void FormServiceTest::needsNoMoreThanASmallScreen_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    for (const char* locale : {"en", "de"}) {
+        QTest::addRow("sign-in, %s", locale)
+            << R"({"form": "signin", "locale": ")" + QByteArray(locale) + R"(", "show": ["errorLabel"]})";
+        QTest::addRow("activation, %s", locale)
+            << R"({"form": "activation", "locale": ")" + QByteArray(locale) + R"("})";
+        QTest::addRow("confirmation, %s", locale)
+            << R"({"form": "confirmation", "locale": ")" + QByteArray(locale) + R"("})";
+    }
+}
+
+//! A window is never smaller than its form needs, whatever the screen; so the form must not need much.
+void FormServiceTest::needsNoMoreThanASmallScreen()
+{
+    QFETCH(const QByteArray, request);
+    const auto client = connectClient();
+    const ZEFUIDialog* form = open(*client, request);
+    QVERIFY(form);
+    QVERIFY(form->height() >= form->layout()->totalHeightForWidth(form->width()));
+    // 1280 x 720 pixels at a scale of 2, less a title and a task bar
+    constexpr QSize room(640, 360 - 80);
+    QVERIFY2(form->width() <= room.width() && form->height() <= room.height(),
+             qPrintable(QStringLiteral("%1 x %2").arg(form->width()).arg(form->height())));
+}
+
+//! Qt's own way of fitting a window to its contents ends at two thirds of the screen.
+void FormServiceTest::isNotCutWithinTheScreen()
+{
+    const auto client = connectClient();
+    const auto otherClient = connectClient();
+    const int screen = QGuiApplication::primaryScreen()->availableSize().height();
+    const ZEFUIDialog* plain = open(*client, R"({"form": "signin"})");
+    QVERIFY(plain);
+    const int line = plain->fontMetrics().lineSpacing();
+    const qsizetype lines = (screen * 4 / 5 - plain->height()) / line;
+    const ZEFUIDialog* form = open(*otherClient,
+                                   R"({"form": "signin", "set": {"hintLabel_text": ")"
+                                       + QByteArray("x\\n").repeated(lines) + R"("}})");
+    QVERIFY(form);
+    QVERIFY(form->height() > screen * 3 / 4);
+    QVERIFY(form->height() >= form->layout()->totalHeightForWidth(form->width()));
+}
+
+void FormServiceTest::leadsToTheFirstCellByItsMnemonic()
+{
+    const auto client = connectClient();
+    ZEFUIDialog* form = open(*client, R"({"form": "activation"})");
+    QVERIFY(form);
+    form->activateWindow();
+    QTRY_VERIFY(form->isActiveWindow());
+    form->findChild<QPushButton*>(QStringLiteral("cancelButton"))->setFocus();
+    QTest::keyClick(form, Qt::Key_K, Qt::AltModifier);
+    QCOMPARE(form->focusWidget(), form->findChild<ZEFFormatEdit*>(QStringLiteral("productKey"))->editor(0));
 }
 
 void FormServiceTest::anUnknownLocaleLeavesTheTextsAsTheyAre()

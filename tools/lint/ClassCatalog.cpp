@@ -198,6 +198,17 @@ QStringList ClassCatalog::qtClassNames()
     return names;
 }
 
+bool ClassCatalog::takesFocus(const QMetaObject* meta)
+{
+    // The tests compare it with the widgets themselves.
+    const char* const families[] = {
+        "QAbstractButton", "QAbstractScrollArea", "QAbstractSpinBox", "QCalendarWidget", "QComboBox",
+        "QDial",           "QKeySequenceEdit",    "QLineEdit",        "QSlider",         "QTabWidget"};
+    return !inherits(meta, "QMdiArea")
+        && std::any_of(std::begin(families), std::end(families),
+                       [&](const char* family) { return inherits(meta, family); });
+}
+
 bool ClassCatalog::inherits(const QMetaObject* meta, const char* className)
 {
     for (; meta; meta = meta->superClass()) {

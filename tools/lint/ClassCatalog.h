@@ -35,6 +35,9 @@ QStringList layoutClassNames();
 //! The names of Qt's classes, sorted.
 QStringList qtClassNames();
 
+//! Whether a new widget of the class takes the keyboard focus, before the form says anything of it.
+bool takesFocus(const QMetaObject* meta);
+
 //! Whether \a meta is the class called \a className or derives from it.
 bool inherits(const QMetaObject* meta, const char* className);
 

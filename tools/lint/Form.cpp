@@ -28,6 +28,7 @@ enum class Element {
     StringList,
     String,
     PlainValue,
+    ValuePart,
     CustomWidget,
     CustomClass,
     CustomBase,
@@ -37,8 +38,8 @@ enum class Element {
 //! Whether the text of the element matters; most of a form is blanks between elements.
 bool hasText(Element element)
 {
-    return element == Element::String || element == Element::PlainValue || element == Element::FormClass
-        || element == Element::FormComment || element == Element::CustomClass
+    return element == Element::String || element == Element::PlainValue || element == Element::ValuePart
+        || element == Element::FormClass || element == Element::FormComment || element == Element::CustomClass
         || element == Element::CustomBase;
 }
 
@@ -66,6 +67,7 @@ private:
     void startWidget();
     void startString();
     void endString();
+    void addPart(QStringView name, QStringView value);
     QString attribute(QLatin1String name) const { return m_xml.attributes().value(name).toString(); }
 
     QXmlStreamReader m_xml;
@@ -149,6 +151,10 @@ void FormReader::startElement()
             startString();
         m_string.line = m_xml.lineNumber();
         break;
+    case Element::PlainValue:
+        for (const QXmlStreamAttribute& attribute : m_xml.attributes())
+            addPart(attribute.name(), attribute.value());
+        break;
     case Element::CustomWidget:
         m_customClass.clear();
         m_customBase.clear();
@@ -186,8 +192,10 @@ Element FormReader::elementIn(Element parent)
         return name == u"stringlist" ? Element::StringList : Element::PlainValue;
     case Element::StringList:
         return name == u"string" ? Element::String : Element::Other;
-    case Element::String:
     case Element::PlainValue:
+        return Element::ValuePart;
+    case Element::String:
+    case Element::ValuePart:
     case Element::FormClass:
     case Element::FormComment:
     case Element::CustomClass:
@@ -248,6 +256,9 @@ void FormReader::endElement()
         if (m_open.constLast() == Element::WidgetProperty)
             m_property.value.text = m_text.trimmed();
         break;
+    case Element::ValuePart:
+        addPart(m_xml.name(), QStringView(m_text).trimmed());
+        break;
     case Element::WidgetProperty:
         m_form.widgets[m_openWidgets.constLast()].properties.append(std::move(m_property));
         break;
@@ -289,6 +300,12 @@ void FormReader::endString()
     } else {
         m_form.otherTexts.append(m_string);
     }
+}
+
+void FormReader::addPart(QStringView name, QStringView value)
+{
+    // Of a property of an item or a layout the parts are lost: the next property of a widget begins anew.
+    m_property.parts.insert(name.toString(), value.toString());
 }
 
 void FormReader::comment()

@@ -25,6 +25,9 @@ struct FormProperty {
     //! Only text.text and text.line count when the value is no string.
     FormText value;
     bool isString = false;
+    //! What a value consists of: "width" and "height" of a size, "hsizetype" and "vsizetype" of a size
+    //! policy.
+    QHash<QString, QString> parts;
 };
 
 struct FormWidget {

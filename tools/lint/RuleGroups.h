@@ -2,6 +2,8 @@
 
 #include "Rules.h"
 
+#include <QtCore/QSet>
+
 // One function per rule; each writes its findings under the name of the rule.
 
 // rulesClasses.cpp
@@ -23,6 +25,8 @@ void checkPlaceholderPlaces(const Project& project, QLatin1String rule, Findings
 void checkPropertyKeys(const Project& project, QLatin1String rule, Findings* findings);
 void checkRichText(const Project& project, QLatin1String rule, Findings* findings);
 void checkTranslations(const Project& project, QLatin1String rule, Findings* findings);
+//! The widgets and properties that values are written to, as "widget_property".
+QSet<QString> filledProperties(const Project& project);
 
 // rulesFormats.cpp
 void checkFormatSyntax(const Project& project, QLatin1String rule, Findings* findings);
@@ -37,3 +41,14 @@ void checkSelectors(const Project& project, QLatin1String rule, Findings* findin
 // rulesDelegates.cpp
 void checkDelegateMethods(const Project& project, QLatin1String rule, Findings* findings);
 void checkDelegateParameters(const Project& project, QLatin1String rule, Findings* findings);
+
+// rulesKeyboard.cpp
+void checkMnemonics(const Project& project, QLatin1String rule, Findings* findings);
+void checkLabelsForTheMouse(const Project& project, QLatin1String rule, Findings* findings);
+void checkTogglesForTheMouse(const Project& project, QLatin1String rule, Findings* findings);
+void checkControlNames(const Project& project, QLatin1String rule, Findings* findings);
+
+// rulesLooks.cpp
+void checkCommandLinkHeights(const Project& project, QLatin1String rule, Findings* findings);
+void checkFormatDirections(const Project& project, QLatin1String rule, Findings* findings);
+void checkTextHeights(const Project& project, QLatin1String rule, Findings* findings);

@@ -45,6 +45,16 @@ const QList<Rule>& rules()
         rule("unused-delegate-method", "A delegate method that no widget calls", checkDelegateMethods),
         rule("delegate-parameter", "A delegate parameter that names no widget or property",
              checkDelegateParameters),
+        rule("dead-mnemonic", "A label whose mnemonic leads nowhere", checkMnemonics),
+        rule("mouse-only-label", "A link or flat button that the keyboard does not reach",
+             checkLabelsForTheMouse),
+        rule("mouse-only-toggle", "A toggle button without a control for the keyboard beside it",
+             checkTogglesForTheMouse),
+        rule("unnamed-control", "A control that a screen reader cannot name", checkControlNames),
+        rule("flat-command-link", "A command link that a layout makes too flat for its texts",
+             checkCommandLinkHeights),
+        rule("format-direction", "A format edit that some languages reverse", checkFormatDirections),
+        rule("cut-text", "A fixed height that cuts large text", checkTextHeights),
     };
     return table;
 }

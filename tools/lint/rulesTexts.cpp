@@ -4,7 +4,6 @@
 #include "RuleGroups.h"
 
 #include <QtCore/QMetaProperty>
-#include <QtCore/QSet>
 
 #include <algorithm>
 
@@ -103,17 +102,6 @@ bool isTranslatedLater(const Translation& translation, const FormText& text)
         || translation.covers(QString(), text.text, QString());
 }
 
-//! The widgets and properties that values are written to, as "widget_property".
-QSet<QString> filledProperties(const Project& project)
-{
-    QSet<QString> filled;
-    for (const Values& values : project.values) {
-        for (const Values::Entry& entry : values.properties)
-            filled.insert(entry.key.section(u'_', 0, 1));
-    }
-    return filled;
-}
-
 //! The properties that a label shows which takes markup for rich text.
 QList<QLatin1String> labelTexts(const QMetaObject* meta)
 {
@@ -138,6 +126,16 @@ QString richTextAdvice(const QMetaObject* meta)
 }
 
 } // namespace
+
+QSet<QString> filledProperties(const Project& project)
+{
+    QSet<QString> filled;
+    for (const Values& values : project.values) {
+        for (const Values::Entry& entry : values.properties)
+            filled.insert(entry.key.section(u'_', 0, 1));
+    }
+    return filled;
+}
 
 void checkPlaceholders(const Project& project, QLatin1String rule, Findings* findings)
 {

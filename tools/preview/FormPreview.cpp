@@ -4,14 +4,17 @@
 #include "tools/common/Values.h"
 #include "tools/lint/Rules.h"
 #include "tools/preview/CompiledTranslation.h"
+#include "tools/preview/PseudoTranslation.h"
 
 #include <ZEFDictionary.h>
 #include <ZEFDictionaryList.h>
 #include <ZEFUIDialog.h>
 #include <ZEFUIElement.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
 #include <QtCore/QResource>
 #include <QtWidgets/QLayout>
 
@@ -84,6 +87,13 @@ QString folderAbove(const QString& path)
          above = QFileInfo(folder).absolutePath())
         folder = above;
     return folder;
+}
+
+//! The direction in which the locale is written, or the other one.
+Qt::LayoutDirection direction(const PreviewOptions& options)
+{
+    const bool isRightToLeft = QLocale(options.locale).textDirection() == Qt::RightToLeft;
+    return isRightToLeft != options.isReversed ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
 //! Placeholders first, so that a value never brings in one, as it stands with a service's client.
@@ -167,7 +177,8 @@ bool FormPreview::readFiles(ResourceContents* contents, QString* error)
     contents->insert(u"forms/" + QFileInfo(m_options.form).completeBaseName() + u".ui", *text);
     if (!m_options.styleSheets.isEmpty() && !addStyleSheets(m_options.styleSheets, contents, error))
         return false;
-    if (!m_options.translations.isEmpty() && !addTranslations(m_options.translations, contents, error))
+    if (!m_options.translations.isEmpty() && !m_options.isPseudoTranslated
+        && !addTranslations(m_options.translations, contents, error))
         return false;
 
     m_topLine = form->widgets.constFirst().line;
@@ -179,6 +190,7 @@ bool FormPreview::readFiles(ResourceContents* contents, QString* error)
         return false;
     }
     const bool hasTop = form->widgets.constFirst().created;
+    m_className = form->className;
     Project project;
     project.forms.append(std::move(*form));
     for (const Finding& finding : checkProject(project, {})) {
@@ -197,8 +209,13 @@ bool FormPreview::readFiles(ResourceContents* contents, QString* error)
 
 bool FormPreview::show(QString* error)
 {
+    PseudoTranslator translator(m_className);
+    if (m_options.isPseudoTranslated)
+        QCoreApplication::installTranslator(&translator);
     m_dialog = new ZEFUIDialog(QFileInfo(m_options.form).completeBaseName(), m_options.locale, nullptr,
                                Qt::Dialog, nullptr);
+    QCoreApplication::removeTranslator(&translator);
+    m_dialog->setLayoutDirection(direction(m_options));
     connect(m_dialog, &ZEFUIDialog::respondClosed, this, &FormPreview::closed);
     if (m_dialog->element()->loaded())
         return true;

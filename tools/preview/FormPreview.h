@@ -21,6 +21,10 @@ struct PreviewOptions {
     QString values;
     //! Invalid for the size that the form asks for.
     QSize size;
+    //! Against the direction of the locale.
+    bool isReversed = false;
+    //! Longer texts with accents, instead of translations.
+    bool isPseudoTranslated = false;
 };
 
 /*!
@@ -64,6 +68,8 @@ private:
     //! Registered with Qt while it is not empty.
     QByteArray m_resource;
     QByteArray m_valuesText;
+    //! The context of the form's texts.
+    QString m_className;
     //! Where the form's top widget stands in its file.
     qint64 m_topLine = 1;
     QFileSystemWatcher m_watcher;

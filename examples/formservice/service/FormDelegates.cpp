@@ -8,7 +8,9 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
+#include <QtGui/QScreen>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLayout>
 
 namespace {
 
@@ -27,6 +29,7 @@ ZEFUIDialog* openChildForm(const QString& form, ZEFUIDialog* parent, const ZEFDi
     auto* child = new ZEFUIDialog(form, parent->element()->locale(), parent, Qt::WindowFlags(), nullptr);
     ZEFUIElement* element = child->element();
     child->setWindowTitle(parent->windowTitle());
+    child->setLayoutDirection(parent->layoutDirection());
     element->interpolate(dictionaries);
     element->setClientPID(parent->element()->clientPID());
     element->setDelegate(makeFormDelegate(form, child, dictionaries));
@@ -53,8 +56,14 @@ void fitToForm(ZEFUIDialog* host)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     host->setFixedSize(false);
     host->setMinimumSize(0, 0);
-    host->adjustSize();
-    host->setMinimumSize(host->size());
+    // Not adjustSize(), which cuts a window at two thirds of the screen.
+    const QLayout* layout = host->layout();
+    QSize size = layout->totalSizeHint();
+    if (layout->hasHeightForWidth())
+        size.setHeight(layout->totalHeightForWidth(size.width()));
+    size = size.boundedTo(host->screen()->availableSize());
+    host->resize(size);
+    host->setMinimumSize(size);
 }
 
 SignInDelegate::SignInDelegate(ZEFUIDialog* host)
@@ -111,7 +120,7 @@ ActivationDelegate::ActivationDelegate(ZEFUIDialog* host, const ZEFDictionaryLis
         return;
     // The format cannot give the first group both a least length and coercions.
     productKey->editor(0)->setMinLength(productKey->editor(0)->maxLength());
-    productKey->setCellBottomHighlight(2, QColor(0x1d, 0x5f, 0xa8));
+    productKey->setCellBottomHighlight(2, productKey->palette().color(QPalette::Highlight));
 
     const QString keys = dictionaries.search(QStringLiteral("product_keys"), nullptr);
     if (!keys.isEmpty()) {

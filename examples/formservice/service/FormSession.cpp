@@ -9,6 +9,7 @@
 #include <ZEFUIDialog.h>
 #include <ZEFUIElement.h>
 
+#include <QtCore/QLocale>
 #include <QtWidgets/QLayout>
 
 namespace {
@@ -77,6 +78,7 @@ void FormSession::fill()
 {
     ZEFUIElement* element = m_host->element();
     const QWidget* form = m_host->layout()->itemAt(0)->widget();
+    m_host->setLayoutDirection(QLocale(m_request.locale).textDirection());
     m_host->setWindowTitle(m_request.title.isEmpty() ? form->windowTitle() : m_request.title);
 
     // Values come after the placeholders were filled: they are data, and a %{key} in one stays as it is.

@@ -13,6 +13,7 @@ class TestClassCatalog : public ZEFTest {
 private Q_SLOTS:
     void itKnowsWhatTheLoaderCreates();
     void itKnowsTheLibrarysOwnClasses();
+    void itKnowsWhatTakesTheFocus();
     void itIsExactAboutNames_data();
     void itIsExactAboutNames();
     void theNearestName_data();
@@ -45,6 +46,27 @@ void TestClassCatalog::itKnowsTheLibrarysOwnClasses()
         QCOMPARE(ClassCatalog::find(entry.name), entry.metaObject);
         QCOMPARE(QLatin1String(entry.metaObject->className()), entry.name);
     }
+}
+
+void TestClassCatalog::itKnowsWhatTakesTheFocus()
+{
+    TestLog::allow(u"warning: QOpenGLWidget is not supported on this platform."_s);
+    QUiLoader loader;
+    loader.clearPluginPaths();
+    QStringList wrong;
+    for (const QString& name : loader.availableWidgets()) {
+        const std::unique_ptr<QWidget> widget(loader.createWidget(name));
+        QVERIFY2(widget, qPrintable(name));
+        if (ClassCatalog::takesFocus(ClassCatalog::find(name)) != (widget->focusPolicy() != Qt::NoFocus))
+            wrong.append(name);
+    }
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u',')));
+    for (const CustomClass& entry : customClasses()) {
+        const std::unique_ptr<QWidget> widget(entry.create(nullptr));
+        QVERIFY2(ClassCatalog::takesFocus(entry.metaObject) == (widget->focusPolicy() != Qt::NoFocus),
+                 entry.name.data());
+    }
+    QVERIFY(!ClassCatalog::takesFocus(nullptr));
 }
 
 void TestClassCatalog::itIsExactAboutNames_data()

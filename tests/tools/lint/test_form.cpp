@@ -10,6 +10,7 @@ class TestForm : public ZEFTest {
 
 private Q_SLOTS:
     void widgetsAndProperties();
+    void partsOfValues();
 };
 
 void TestForm::widgetsAndProperties()
@@ -80,6 +81,30 @@ void TestForm::widgetsAndProperties()
     QCOMPARE(form->otherTexts.at(6).comment, QString());
 
     QVERIFY(form->faults.isEmpty());
+}
+
+void TestForm::partsOfValues()
+{
+    const QByteArray text = R"(<ui version="4.0"><widget class="QFrame" name="f">
+  <property name="maximumSize"><size><width>16777215</width><height> 24 </height></size></property>
+  <property name="sizePolicy"><sizepolicy hsizetype="Fixed" vsizetype="Preferred"><horstretch>3</horstretch></sizepolicy></property>
+  <property name="font"><font><family>Sans<!-- --></family><bold>true</bold></font></property>
+  <layout class="QVBoxLayout" name="l"><property name="margins"><rect><x>5</x></rect></property></layout>
+  <property name="enabled"><bool>true</bool></property>
+</widget></ui>)";
+    QString error;
+    const auto form = parseForm(u"f.ui"_s, text, &error);
+    QVERIFY2(form, qPrintable(error));
+    const auto parts = [&](QLatin1String property) {
+        return form->widgets.constFirst().property(property)->parts;
+    };
+    using Parts = QHash<QString, QString>;
+    QCOMPARE(parts("maximumSize"_L1), (Parts{{u"width"_s, u"16777215"_s}, {u"height"_s, u"24"_s}}));
+    QCOMPARE(
+        parts("sizePolicy"_L1),
+        (Parts{{u"hsizetype"_s, u"Fixed"_s}, {u"vsizetype"_s, u"Preferred"_s}, {u"horstretch"_s, u"3"_s}}));
+    QCOMPARE(parts("font"_L1), (Parts{{u"family"_s, u"Sans"_s}, {u"bold"_s, u"true"_s}}));
+    QCOMPARE(parts("enabled"_L1), Parts());
 }
 
 ZEF_TEST_MAIN(TestForm)

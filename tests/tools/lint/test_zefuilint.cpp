@@ -218,7 +218,8 @@ void TestZEFUILint::severalFormsAreOneProject()
           formWith("<widget class=\"QLineEdit\" name=\"ok\"/>\n<widget class=\"QLabel\" name=\"a_b\"/>\n"));
     write(folder.filePath(u"ok.css"_s),
           "QPushButton { color: red; }\nQLineEdit { color: red; }\nQDial { color: red; }\n");
-    const ToolRun run = lint({u"--css"_s, u"ok.css"_s, u"b.ui"_s, u"a.ui"_s}, folder.path());
+    const ToolRun run = lint(
+        {u"--disable"_s, u"unnamed-control"_s, u"--css"_s, u"ok.css"_s, u"b.ui"_s, u"a.ui"_s}, folder.path());
     const QByteArrayList lines = run.output.split('\n');
     QCOMPARE(lines.size(), 3);
     QVERIFY(lines.at(0).startsWith("b.ui:6: unaddressable-name: "));
@@ -549,6 +550,18 @@ void TestZEFUILint::repetitionIsReadInTime_data()
         << QString()
         << formWith("<widget class=\"QLabel\" name=\"l\"><property name=\"text\"><string>"
                     + QByteArray("%{").repeated(count) + "a}</string></property></widget>\n");
+    QTest::newRow("labels and what they name")
+        << QString()
+        << formWith(QByteArray("<widget class=\"QLabel\" name=\"l\"><property name=\"text\"><string>&amp;a"
+                               "</string></property><property name=\"buddy\"><cstring>e</cstring></property>"
+                               "</widget>\n<widget class=\"ZEFFormatEdit\" name=\"e\"/>\n"
+                               "<widget class=\"ZEFToggleButton\" name=\"t\"/>\n")
+                        .repeated(count / 20));
+    QTest::newRow("markup") << QString()
+                            << formWith("<widget class=\"ZEFFlatButton\" name=\"f\"><property "
+                                        "name=\"text\"><string>"
+                                        + QByteArray("&lt;a").repeated(count)
+                                        + "</string></property></widget>\n");
     QTest::newRow("rules of a style sheet") << u"--css"_s << QByteArray("* {} ").repeated(count);
     QTest::newRow("comments of a style sheet") << u"--css"_s << QByteArray("/* */").repeated(count);
     QTest::newRow("heads of classes")
