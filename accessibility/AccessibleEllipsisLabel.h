@@ -1,0 +1,18 @@
+#pragma once
+
+#include "AccessibleLeaf.h"
+
+#include <ZEFEllipsisLabel.h>
+
+//! A text called as its full text, however much of it the label shows.
+class AccessibleEllipsisLabel : public AccessibleLeaf {
+public:
+    explicit AccessibleEllipsisLabel(ZEFEllipsisLabel* label);
+
+    QString text(QAccessible::Text t) const override;
+    QList<std::pair<QAccessibleInterface*, QAccessible::Relation>>
+    relations(QAccessible::Relation match) const override;
+
+private:
+    ZEFEllipsisLabel* label() const;
+};
