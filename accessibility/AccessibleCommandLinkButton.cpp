@@ -18,21 +18,24 @@ ZEFCommandLinkButton* AccessibleCommandLinkButton::button() const
     return static_cast<ZEFCommandLinkButton*>(widget());
 }
 
+const QLabel* AccessibleCommandLinkButton::label(const QString& name) const
+{
+    return button()->findChild<QLabel*>(name, Qt::FindDirectChildrenOnly);
+}
+
+QString AccessibleCommandLinkButton::content() const
+{
+    return readableText(label(u"title"_s));
+}
+
 QString AccessibleCommandLinkButton::text(QAccessible::Text t) const
 {
     const QString given = AccessibleLeaf::text(t);
-    if (!given.isEmpty())
-        return given;
-    switch (t) {
-    case QAccessible::Name:
-        return readableText(button()->findChild<QLabel*>(u"title"_s, Qt::FindDirectChildrenOnly));
-    case QAccessible::Description:
-        return readableText(button()->findChild<QLabel*>(u"description"_s, Qt::FindDirectChildrenOnly));
-    case QAccessible::Accelerator:
+    if (t == QAccessible::Description && given.isEmpty())
+        return readableText(label(u"description"_s));
+    if (t == QAccessible::Accelerator && given.isEmpty())
         return button()->shortcut().toString(QKeySequence::NativeText);
-    default:
-        return {};
-    }
+    return given;
 }
 
 QAccessible::State AccessibleCommandLinkButton::state() const

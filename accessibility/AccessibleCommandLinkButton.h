@@ -13,6 +13,10 @@ public:
     QAccessible::State state() const override;
     QStringList keyBindingsForAction(const QString& name) const override;
 
+protected:
+    QString content() const override;
+
 private:
     ZEFCommandLinkButton* button() const;
+    const QLabel* label(const QString& name) const;
 };

@@ -12,11 +12,8 @@ ZEFEllipsisLabel* AccessibleEllipsisLabel::label() const
     return static_cast<ZEFEllipsisLabel*>(widget());
 }
 
-QString AccessibleEllipsisLabel::text(QAccessible::Text t) const
+QString AccessibleEllipsisLabel::content() const
 {
-    const QString given = AccessibleLeaf::text(t);
-    if (t != QAccessible::Name || !given.isEmpty())
-        return given;
     const QString& captured = label()->m_fullText;
     return readableText(label(), captured.isEmpty() ? label()->text() : captured);
 }

@@ -9,9 +9,11 @@ class AccessibleEllipsisLabel : public AccessibleLeaf {
 public:
     explicit AccessibleEllipsisLabel(ZEFEllipsisLabel* label);
 
-    QString text(QAccessible::Text t) const override;
     QList<std::pair<QAccessibleInterface*, QAccessible::Relation>>
     relations(QAccessible::Relation match) const override;
+
+protected:
+    QString content() const override;
 
 private:
     ZEFEllipsisLabel* label() const;

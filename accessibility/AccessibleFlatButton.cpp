@@ -35,8 +35,7 @@ ZEFFlatButton* AccessibleFlatButton::button() const
     return static_cast<ZEFFlatButton*>(widget());
 }
 
-QString AccessibleFlatButton::text(QAccessible::Text t) const
+QString AccessibleFlatButton::content() const
 {
-    const QString given = AccessibleLeaf::text(t);
-    return t == QAccessible::Name && given.isEmpty() ? readableText(button()) : given;
+    return readableText(button());
 }

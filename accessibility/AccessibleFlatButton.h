@@ -9,7 +9,8 @@ class AccessibleFlatButton : public AccessibleLeaf {
 public:
     explicit AccessibleFlatButton(ZEFFlatButton* button);
 
-    QString text(QAccessible::Text t) const override;
+protected:
+    QString content() const override;
 
 private:
     ZEFFlatButton* button() const;

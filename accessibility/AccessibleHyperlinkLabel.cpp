@@ -122,8 +122,8 @@ QAccessibleInterface* AccessibleHyperlinkLabel::childAt(int x, int y) const
 
 QString AccessibleHyperlinkLabel::text(QAccessible::Text t) const
 {
-    const QString given = QAccessibleWidget::text(t);
-    return t == QAccessible::Name && given.isEmpty() ? readableText(label()) : given;
+    return t == QAccessible::Name && label()->accessibleName().isEmpty() ? readableText(label())
+                                                                         : QAccessibleWidget::text(t);
 }
 
 QList<std::pair<QAccessibleInterface*, QAccessible::Relation>>

@@ -29,6 +29,13 @@ QAccessibleInterface* AccessibleLeaf::childAt(int, int) const
     return nullptr;
 }
 
+QString AccessibleLeaf::text(QAccessible::Text t) const
+{
+    const QString own =
+        t == QAccessible::Name && widget()->accessibleName().isEmpty() ? content() : QString();
+    return own.isEmpty() ? QAccessibleWidget::text(t) : own;
+}
+
 QStringList AccessibleLeaf::actionNames() const
 {
     QStringList names;

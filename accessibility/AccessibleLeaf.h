@@ -15,6 +15,8 @@ public:
     int indexOfChild(const QAccessibleInterface* child) const override;
     QAccessibleInterface* child(int index) const override;
     QAccessibleInterface* childAt(int x, int y) const override;
+    //! The name is accessibleName, else content(), else what Qt finds around the widget.
+    QString text(QAccessible::Text t) const override;
     QStringList actionNames() const override;
     void doAction(const QString& name) override;
 
@@ -24,6 +26,9 @@ protected:
     //! \a action is one of the names of QAccessibleActionInterface; \a act does it.
     AccessibleLeaf(QWidget* widget, QAccessible::Role role, const QString& action = QString(),
                    Act act = nullptr);
+
+    //! What the widget says itself.
+    virtual QString content() const = 0;
 
 private:
     const QString m_action;

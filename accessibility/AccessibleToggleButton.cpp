@@ -25,11 +25,8 @@ ZEFToggleButton* AccessibleToggleButton::button() const
     return static_cast<ZEFToggleButton*>(widget());
 }
 
-QString AccessibleToggleButton::text(QAccessible::Text t) const
+QString AccessibleToggleButton::content() const
 {
-    const QString given = AccessibleLeaf::text(t);
-    if (t != QAccessible::Name || !given.isEmpty())
-        return given;
     return readableText(button()->findChild<QLabel*>(u"title"_s, Qt::FindDirectChildrenOnly));
 }
 

@@ -9,8 +9,10 @@ class AccessibleToggleButton : public AccessibleLeaf {
 public:
     explicit AccessibleToggleButton(ZEFToggleButton* button);
 
-    QString text(QAccessible::Text t) const override;
     QAccessible::State state() const override;
+
+protected:
+    QString content() const override;
 
 private:
     ZEFToggleButton* button() const;
