@@ -133,7 +133,7 @@ QRect AccessibleFormatCell::characterRect(int offset) const
     const QRect caret = cell()->inputMethodQuery(Qt::ImCursorRectangle).toRect();
     const QFontMetrics metrics = cell()->fontMetrics();
     const auto advance = [&](int length) { return metrics.horizontalAdvance(shown, length); };
-    const int caretX = caret.center().x();
+    const int caretX = caret.left() + (caret.width() + 1) / 2;
     const int left = caretX - advance(cell()->cursorPosition()) + advance(offset);
     const int width = offset < shown.size() ? advance(offset + 1) - advance(offset) : 1;
     const QRect character(left, caret.top(), width, caret.height());
