@@ -30,7 +30,7 @@ QString AccessibleCommandLinkButton::content() const
 
 QString AccessibleCommandLinkButton::text(QAccessible::Text t) const
 {
-    const QString given = AccessibleLeaf::text(t);
+    QString given = AccessibleLeaf::text(t);
     if (t == QAccessible::Description && given.isEmpty())
         return readableText(label(u"description"_s));
     if (t == QAccessible::Accelerator && given.isEmpty())

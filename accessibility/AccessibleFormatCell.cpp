@@ -37,7 +37,7 @@ QString AccessibleFormatCell::text(QAccessible::Text t) const
 {
     if (t == QAccessible::Value)
         return cell()->displayText();
-    const QString given = QAccessibleWidget::text(t);
+    QString given = QAccessibleWidget::text(t);
     if (!given.isEmpty() || !edit())
         return given;
     if (t == QAccessible::Name && edit()->lineEditCount() > 1)
