@@ -5,6 +5,10 @@ find_program(ZEFUI_WINDOW_MANAGER openbox)
 if(UNIX AND NOT (ZEFUI_XVFB AND ZEFUI_WINDOW_MANAGER))
     message(STATUS "Tests on xcb are left out: Xvfb or openbox is missing")
 endif()
+find_program(ZEFUI_SESSION_BUS dbus-run-session)
+if(UNIX AND NOT ZEFUI_SESSION_BUS)
+    message(STATUS "Tests with assistive technology are left out: dbus-run-session is missing")
+endif()
 
 set(ZEFUI_TEST_ENVIRONMENT
     QT_LOGGING_RULES=
@@ -23,19 +27,21 @@ if(BUILD_SHARED_LIBS)
     target_include_directories(zefui_internals PUBLIC $<TARGET_PROPERTY:zefui,INCLUDE_DIRECTORIES>)
     target_compile_definitions(zefui_internals PUBLIC ZEFUI_STATIC_DEFINE)
     target_link_libraries(zefui_internals PUBLIC $<TARGET_PROPERTY:zefui,LINK_LIBRARIES>)
+    target_link_options(zefui_internals INTERFACE ${ZEFUI_KEEP_ACCESSIBILITY})
 else()
     add_library(zefui_internals ALIAS zefui)
 endif()
 
 # zefui_add_test(<program> SOURCES <source>... [LIBRARIES <target>...] [PLATFORMS offscreen|xcb...]
-#                [STARTS <program>...] [TIMEOUT <seconds>] [INTERNALS])
+#                [STARTS <program>...] [TIMEOUT <seconds>] [INTERNALS] [SESSION_BUS])
 # Builds a test program and registers it as <program>.<platform>, by default on the offscreen platform
 # only. On xcb each program runs on an X server and under a window manager of its own. For Windows it is
 # registered once, as <program>.windows; a cross-built program runs under Wine and is skipped when a DLL
 # that it needs, or that a program which it STARTS needs, is not there. With INTERNALS the program reaches
-# the library's own classes too; without, only what the library exports.
+# the library's own classes too; without, only what the library exports. With SESSION_BUS the program has a
+# session bus of its own on xcb, and Qt believes that assistive technology is there.
 function(zefui_add_test program)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNALS" "TIMEOUT" "SOURCES;LIBRARIES;PLATFORMS;STARTS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNALS;SESSION_BUS" "TIMEOUT" "SOURCES;LIBRARIES;PLATFORMS;STARTS")
     if(WIN32)
         set(arg_PLATFORMS windows)
     elseif(NOT arg_PLATFORMS)
@@ -68,7 +74,14 @@ function(zefui_add_test program)
             if(NOT (ZEFUI_XVFB AND ZEFUI_WINDOW_MANAGER))
                 continue()
             endif()
-            set(command ${PROJECT_SOURCE_DIR}/tests/support/with-display $<TARGET_FILE:${program}>)
+            if(arg_SESSION_BUS AND NOT ZEFUI_SESSION_BUS)
+                continue()
+            endif()
+            set(command ${PROJECT_SOURCE_DIR}/tests/support/with-display)
+            if(arg_SESSION_BUS)
+                list(APPEND command ${PROJECT_SOURCE_DIR}/tests/support/with-session-bus)
+            endif()
+            list(APPEND command $<TARGET_FILE:${program}>)
         else()
             set(command ${program})
         endif()

@@ -7,6 +7,8 @@
 #include "customClasses.h"
 #include "debugOutput.h"
 
+#include <accessibility/FieldDescription.h>
+
 #include <ZEFBase.h>
 #include <ZEFTranslatorCache.h>
 
@@ -283,6 +285,7 @@ void ZEFUIElement::setFormPath(const QString& name)
         return;
     d->loaded = true;
     d->formName = QFileInfo(name).baseName();
+    describeFields(form);
     form->setLocale(QLocale(d->locale));
     if (wasFixed && self && d->widget && form)
         d->widget->resize(wantedSize(form));

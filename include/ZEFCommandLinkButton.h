@@ -16,8 +16,11 @@ class QLabel;
  * default and keyboard focus (innermost), and nothing at all while it is disabled. Margins, fonts and
  * backgrounds come from the form's style sheet; the labels are called "title", "description" and "icon".
  *
- * The button's height follows its width, as its texts wrap. Its width hint is that of an empty push
- * button: give it a minimum width in the form or let a layout stretch it.
+ * Its size hint is that of an empty push button, and its vertical policy is Fixed: in a layout it becomes as
+ * flat as such a button and hides its texts. Give it the vertical policy Preferred, with which its height
+ * follows its width as the texts wrap, and a minimum width.
+ *
+ * The property "shortcut", or a mnemonic in the property "text", presses it like Space. Neither is shown.
  *
  * In a ZEFUIDialog, Enter and Return press the first visible default command link, wherever the focus is.
  *
@@ -68,10 +71,13 @@ public:
      */
     void keyPressByDefault(QKeyEvent* e);
 
+    bool event(QEvent* e) override;
+
 Q_SIGNALS:
     /*!
      * The button was used: any mouse button was released, also when the pointer has left the button
-     * meanwhile, or Space or Select was pressed, or Enter or Return on a default or auto-default button.
+     * meanwhile, or Space or Select was pressed, or Enter or Return on a default or auto-default button. A
+     * key that is held counts once.
      *
      * This is not QAbstractButton::clicked(), which follows its own rules; connect to one of the two
      * only. \a checked is always false. The receiver may delete the button.
@@ -87,6 +93,7 @@ protected:
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFCommandLinkButton)
+    void pressByShortcut();
     void setHovered(bool hovered);
 
     QPointer<QLabel> m_title;

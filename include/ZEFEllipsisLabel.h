@@ -13,6 +13,8 @@
  * the form before it is shown, placeholders included; a later setText() is undone by the next painting
  * that has to cut or restore the text. While the text is cut, text() and toolTip() are the label's own.
  *
+ * Assistive technology sees the full text, and hears nothing when it is cut or restored.
+ *
  * The text is cut as it stands, markup included: set the format to plain text when it comes from a client.
  * The tool tip always shows it as plain text.
  *
@@ -32,6 +34,7 @@ protected:
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFEllipsisLabel)
+    friend class AccessibleEllipsisLabel;
     QString shortened(int width);
     void showWhatFits();
 
@@ -40,5 +43,6 @@ private:
     // the last cut, which most paintings repeat
     QString m_shortened;
     int m_shortenedWidth = -1;
+    int m_shortenedFlags = 0;
     QFont m_shortenedFont;
 };

@@ -14,7 +14,8 @@ class QLabel;
  * A switch with an image and a text for each of its two states, off at first.
  *
  * Every release of a mouse button flips it. The labels, called "title" and "image", stay empty until a
- * text or an image is set for the current state, or the state changes. There is no keyboard handling.
+ * text or an image is set for the current state, or the state changes. There is no keyboard handling;
+ * assistive technology sees a check box, which it can toggle.
  *
  * The state is changed through the property isOn, or through the slots toggle() and setOn(bool) by name.
  *

@@ -1,5 +1,8 @@
 #include <ZEFCommandLinkButton.h>
 
+#include "accessibleChanges.h"
+#include "pressSpace.h"
+
 #include <QtCore/QPointer>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QBoxLayout>
@@ -86,9 +89,12 @@ QString ZEFCommandLinkButton::title() const
 
 void ZEFCommandLinkButton::setTitle(const QString& title)
 {
-    if (m_title)
+    if (m_title) {
+        const WithoutAccessibleChanges quiet;
         m_title->setText(title);
+    }
     update();
+    announceChange(this, QAccessible::NameChanged);
 }
 
 QString ZEFCommandLinkButton::description() const
@@ -98,9 +104,12 @@ QString ZEFCommandLinkButton::description() const
 
 void ZEFCommandLinkButton::setDescription(const QString& description)
 {
-    if (m_description)
+    if (m_description) {
+        const WithoutAccessibleChanges quiet;
         m_description->setText(description);
+    }
     update();
+    announceChange(this, QAccessible::DescriptionChanged);
 }
 
 QPixmap ZEFCommandLinkButton::icon() const
@@ -154,6 +163,28 @@ void ZEFCommandLinkButton::keyPressByDefault(QKeyEvent* e)
         keyPressEvent(e);
 }
 
+bool ZEFCommandLinkButton::event(QEvent* e)
+{
+    // The base class would click itself, which its own signal tells and clicked() of this class does not.
+    if (e->type() == QEvent::Shortcut) {
+        const auto* pressed = static_cast<const QShortcutEvent*>(e);
+        if (!pressed->isAmbiguous() && pressed->key() == shortcut()) {
+            pressByShortcut();
+            return true;
+        }
+    }
+    return QPushButton::event(e);
+}
+
+void ZEFCommandLinkButton::pressByShortcut()
+{
+    const QPointer<ZEFCommandLinkButton> self(this);
+    if (focusPolicy() & Qt::ClickFocus)
+        setFocus(Qt::ShortcutFocusReason);
+    if (self)
+        pressSpace(this);
+}
+
 void ZEFCommandLinkButton::mouseReleaseEvent(QMouseEvent* e)
 {
     // Deliberately unconditional: any button, wherever the pointer is.
@@ -166,7 +197,8 @@ void ZEFCommandLinkButton::mouseReleaseEvent(QMouseEvent* e)
 void ZEFCommandLinkButton::keyPressEvent(QKeyEvent* e)
 {
     const QPointer<ZEFCommandLinkButton> self(this);
-    switch (e->key()) {
+    // A held key repeats its press; the delegate is called for the first one.
+    switch (e->isAutoRepeat() ? 0 : e->key()) {
     case Qt::Key_Space:
     case Qt::Key_Select:
         Q_EMIT clicked(false);

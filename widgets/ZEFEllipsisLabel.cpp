@@ -1,5 +1,7 @@
 #include <ZEFEllipsisLabel.h>
 
+#include "accessibleChanges.h"
+
 #include <QtGui/QHelpEvent>
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QToolTip>
@@ -40,6 +42,8 @@ void ZEFEllipsisLabel::showWhatFits()
     if (reserved < 0)
         reserved = frameWidth() > 0 ? QFontMetrics(font()).horizontalAdvance(u'x') / 2 : 0;
     const QString fitting = shortened(contentsRect().width() - reserved);
+    // For assistive technology the label has its full text all the time.
+    const WithoutAccessibleChanges quiet;
     if (fitting != m_fullText) {
         setText(fitting);
         if (toolTip() != m_fullText)
@@ -54,10 +58,14 @@ void ZEFEllipsisLabel::showWhatFits()
 
 QString ZEFEllipsisLabel::shortened(int width)
 {
-    if (width != m_shortenedWidth || font() != m_shortenedFont || m_shortened.isNull()) {
-        m_shortened = QFontMetrics(font()).elidedText(m_fullText, Qt::ElideRight, width, 0);
+    // The label draws no ampersands when it has a buddy.
+    const int flags = buddy() ? Qt::TextShowMnemonic : 0;
+    if (width != m_shortenedWidth || font() != m_shortenedFont || flags != m_shortenedFlags
+        || m_shortened.isNull()) {
+        m_shortened = QFontMetrics(font()).elidedText(m_fullText, Qt::ElideRight, width, flags);
         m_shortenedWidth = width;
         m_shortenedFont = font();
+        m_shortenedFlags = flags;
     }
     return m_shortened;
 }

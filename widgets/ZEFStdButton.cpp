@@ -271,6 +271,8 @@ void ZEFStdButton::focusInEvent(QFocusEvent* e)
 
 void ZEFStdButton::focusOutEvent(QFocusEvent* e)
 {
+    // The key that was pressed here may be released elsewhere.
+    m_pressed = false;
     noteState(QStringLiteral("focusOutEvent()"), m_focused, false);
     QPushButton::focusOutEvent(e);
 }

@@ -14,7 +14,8 @@
  * "ZEFStdButton".
  *
  * The states of the drawing follow the events, only while the button is enabled: a button that is disabled
- * while it is hovered, focused or pressed is so again when it is enabled.
+ * while it is hovered, focused or pressed is so again when it is enabled. The pressed look ends when the key
+ * or the mouse button is released or the focus leaves, whichever comes first.
  *
  * Users take ZEFLightStdButton; a DLL exports only those members of this class that they may bind to.
  */

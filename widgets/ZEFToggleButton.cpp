@@ -1,5 +1,7 @@
 #include <ZEFToggleButton.h>
 
+#include "accessibleChanges.h"
+
 #include <QtCore/QPointer>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
@@ -44,6 +46,7 @@ void ZEFToggleButton::setOffText(const QString& text)
     if (m_on)
         return;
     showText();
+    announceChange(this, QAccessible::NameChanged);
 }
 
 QString ZEFToggleButton::onText() const
@@ -57,6 +60,7 @@ void ZEFToggleButton::setOnText(const QString& text)
     if (!m_on)
         return;
     showText();
+    announceChange(this, QAccessible::NameChanged);
 }
 
 QPixmap ZEFToggleButton::offImage() const
@@ -133,14 +137,21 @@ void ZEFToggleButton::setOn(bool on)
     // A receiver may have switched back: the labels follow the state of now.
     showText();
     showImage();
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
+    announceChange(this, QAccessible::NameChanged);
 }
 
 // The labels are children that a form may delete.
 
 void ZEFToggleButton::showText()
 {
-    if (m_textLabel)
+    if (m_textLabel) {
+        const WithoutAccessibleChanges quiet;
         m_textLabel->setText(m_on ? m_onText : m_offText);
+    }
     update();
 }
 

@@ -296,6 +296,8 @@ Page* flatButtonPage()
     page->add(QStringLiteral("disabled"), disabled);
     auto* image = new ZEFFlatButton;
     image->setPixmap(closeImage());
+    image->setAccessibleName(QStringLiteral("Close"));
+    image->setFocusPolicy(Qt::StrongFocus);
     page->add(QStringLiteral("an image"), image);
     return page;
 }

@@ -322,6 +322,8 @@ private Q_SLOTS:
         if (hasSelectors) {
             QVERIFY2(section.contains(u"electors"_s), "no word about selectors");
             QVERIFY2(section.contains(u"](pics/%1.png)"_s.arg(name.toLower())), "no picture");
+            QVERIFY2(section.contains(u"\n| a keyboard | "_s), "no word about keys");
+            QVERIFY2(section.contains(u"\n| a screen reader | "_s), "no word about screen readers");
         }
     }
 

@@ -66,6 +66,14 @@ private Q_SLOTS:
     void releaseReachesTheBaseClassAfterwards();
     void keys_data();
     void keys();
+    void heldKeyClicksOnce_data();
+    void heldKeyClicksOnce();
+    void shortcutClicksOnce_data();
+    void shortcutClicksOnce();
+    void shortcutOfADisabledButton();
+    void ambiguousShortcutOnlyFocuses();
+    void foreignShortcutIsLeftAlone();
+    void receiverOfAShortcutDeletesTheButton();
     void spaceReachesTheBaseClass();
     void signatureMeansOwnSignal();
 
@@ -602,6 +610,133 @@ void TestZEFCommandLinkButton::keys()
     QCOMPARE(own.values, QList<bool>(clicks, false));
     QTest::keyRelease(&button, Qt::Key(key));
     QCOMPARE(own.values, QList<bool>(clicks, false));
+}
+
+void TestZEFCommandLinkButton::heldKeyClicksOnce_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("space") << Qt::Key_Space;
+    QTest::newRow("select") << Qt::Key_Select;
+    QTest::newRow("return") << Qt::Key_Return;
+    QTest::newRow("enter") << Qt::Key_Enter;
+}
+
+void TestZEFCommandLinkButton::heldKeyClicksOnce()
+{
+    QFETCH(const Qt::Key, key);
+    ZEFCommandLinkButton button;
+    button.setDefault(true);
+    const Clicks own(&button);
+    const auto send = [&](QEvent::Type type, bool repeated) {
+        QKeyEvent event(type, key, Qt::NoModifier, QString(), repeated);
+        QCoreApplication::sendEvent(&button, &event);
+    };
+    send(QEvent::KeyPress, false);
+    for (int i = 0; i < 10; ++i) {
+        send(QEvent::KeyRelease, true);
+        send(QEvent::KeyPress, true);
+    }
+    QCOMPARE(own.values, QList<bool>({false}));
+    send(QEvent::KeyRelease, false);
+    send(QEvent::KeyPress, false);
+    QCOMPARE(own.values, QList<bool>({false, false}));
+}
+
+void TestZEFCommandLinkButton::shortcutClicksOnce_data()
+{
+    QTest::addColumn<bool>("byText");
+    QTest::addColumn<Qt::FocusPolicy>("policy");
+    QTest::newRow("shortcut") << false << Qt::StrongFocus;
+    QTest::newRow("mnemonic") << true << Qt::StrongFocus;
+    QTest::newRow("shortcut, not focused by clicks") << false << Qt::TabFocus;
+}
+
+void TestZEFCommandLinkButton::shortcutClicksOnce()
+{
+    QFETCH(const bool, byText);
+    QFETCH(const Qt::FocusPolicy, policy);
+    QWidget window;
+    QLineEdit other(&window);
+    ZEFCommandLinkButton button(&window);
+    button.setFocusPolicy(policy);
+    if (byText)
+        button.setText(QStringLiteral("&Order"));
+    else
+        button.setShortcut(QKeySequence(Qt::ALT | Qt::Key_O));
+    QVERIFY(showActive(window));
+    other.setFocus();
+    const Clicks own(&button);
+    QSignalSpy base(&button, &QAbstractButton::clicked);
+    QTest::keyClick(&window, Qt::Key_O, Qt::AltModifier);
+    QCOMPARE(own.values, QList<bool>({false}));
+    // as of Space: its release is a click of the base class
+    QCOMPARE(base.size(), 1);
+    QVERIFY(!button.isDown());
+    // as any button that a click focuses
+    QCOMPARE(button.hasFocus(), policy == Qt::StrongFocus);
+}
+
+void TestZEFCommandLinkButton::shortcutOfADisabledButton()
+{
+    QWidget window;
+    ZEFCommandLinkButton button(&window);
+    button.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    button.setEnabled(false);
+    QVERIFY(showActive(window));
+    const Clicks own(&button);
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    QCOMPARE(own.values, QList<bool>());
+}
+
+void TestZEFCommandLinkButton::ambiguousShortcutOnlyFocuses()
+{
+    QWidget window;
+    ZEFCommandLinkButton first(&window);
+    ZEFCommandLinkButton second(&window);
+    for (ZEFCommandLinkButton* button : {&first, &second})
+        button->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    QVERIFY(showActive(window));
+    const Clicks ofFirst(&first);
+    const Clicks ofSecond(&second);
+    second.setFocus();
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    QVERIFY(first.hasFocus());
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    QVERIFY(second.hasFocus());
+    QCOMPARE(ofFirst.values + ofSecond.values, QList<bool>());
+}
+
+void TestZEFCommandLinkButton::foreignShortcutIsLeftAlone()
+{
+    // A subclass or a filter may grab further keys.
+    class Grabbing : public ZEFCommandLinkButton {
+    public:
+        explicit Grabbing(QWidget* parent)
+            : ZEFCommandLinkButton(parent)
+        {
+            setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+            grabShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
+        }
+    };
+    QWidget window;
+    Grabbing button(&window);
+    QVERIFY(showActive(window));
+    const Clicks own(&button);
+    QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
+    QCOMPARE(own.values, QList<bool>());
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    QCOMPARE(own.values, QList<bool>({false}));
+}
+
+void TestZEFCommandLinkButton::receiverOfAShortcutDeletesTheButton()
+{
+    QWidget window;
+    QPointer<ZEFCommandLinkButton> button = new ZEFCommandLinkButton(&window);
+    button->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    connect(button, &ZEFCommandLinkButton::clicked, &window, [button] { delete button; });
+    QVERIFY(showActive(window));
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    QVERIFY(button.isNull());
 }
 
 void TestZEFCommandLinkButton::spaceReachesTheBaseClass()

@@ -7,6 +7,7 @@
 #include <QtGui/QHelpEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QToolTip>
 
 namespace {
@@ -67,6 +68,10 @@ private Q_SLOTS:
     void wideningRestores();
     void cutFollowsTheWidth();
     void exactWidth();
+    void mnemonicTakesNoRoom_data();
+    void mnemonicTakesNoRoom();
+    void mnemonicAtItsOwnSizeHint();
+    void laterBuddy();
     void reservedWidth_data();
     void reservedWidth();
     void textIsCapturedOnce();
@@ -165,6 +170,73 @@ void TestZEFEllipsisLabel::exactWidth()
     label.resize(label.width() - 1, 20);
     paint(label);
     QVERIFY(label.text().endsWith(Ellipsis));
+}
+
+void TestZEFEllipsisLabel::mnemonicTakesNoRoom_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("drawn");
+    QTest::newRow("mnemonic") << QStringLiteral("&Name of the branch")
+                              << QStringLiteral("Name of the branch");
+    QTest::newRow("in the middle") << QStringLiteral("Name &of") << QStringLiteral("Name of");
+    QTest::newRow("an ampersand") << QStringLiteral("First && last") << QStringLiteral("First & last");
+    QTest::newRow("both") << QStringLiteral("&First && last") << QStringLiteral("First & last");
+}
+
+void TestZEFEllipsisLabel::mnemonicTakesNoRoom()
+{
+    QFETCH(const QString, text);
+    QFETCH(const QString, drawn);
+    QWidget window;
+    ZEFEllipsisLabel label(&window);
+    QLineEdit field(&window);
+    label.setText(text);
+    label.setBuddy(&field);
+    label.resize(exactWidthOf(label, drawn), 20);
+    paint(label);
+    QCOMPARE(label.text(), text);
+    QCOMPARE(label.toolTip(), QString());
+    label.resize(label.width() - 1, 20);
+    paint(label);
+    QVERIFY(label.text().endsWith(Ellipsis));
+    QCOMPARE(label.toolTip(), text);
+
+    // Without a buddy the ampersands are drawn.
+    ZEFEllipsisLabel plain;
+    plain.setText(text);
+    plain.resize(exactWidthOf(plain, text), 20);
+    paint(plain);
+    QCOMPARE(plain.text(), text);
+    plain.resize(exactWidthOf(plain, drawn), 20);
+    paint(plain);
+    QVERIFY(plain.text().endsWith(Ellipsis));
+}
+
+void TestZEFEllipsisLabel::mnemonicAtItsOwnSizeHint()
+{
+    QWidget window;
+    ZEFEllipsisLabel label(&window);
+    QLineEdit field(&window);
+    label.setText(QStringLiteral("&Name"));
+    label.setBuddy(&field);
+    label.resize(label.sizeHint());
+    paint(label);
+    QCOMPARE(label.text(), QStringLiteral("&Name"));
+}
+
+void TestZEFEllipsisLabel::laterBuddy()
+{
+    QWidget window;
+    ZEFEllipsisLabel label(&window);
+    QLineEdit field(&window);
+    const QString text = QStringLiteral("&Name");
+    label.setText(text);
+    label.resize(exactWidthOf(label, QStringLiteral("Name")), 20);
+    paint(label);
+    QVERIFY(label.text().endsWith(Ellipsis));
+    label.setBuddy(&field);
+    paint(label);
+    QCOMPARE(label.text(), text);
 }
 
 void TestZEFEllipsisLabel::reservedWidth_data()

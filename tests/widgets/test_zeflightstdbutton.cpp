@@ -8,6 +8,7 @@
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLineEdit>
 
 namespace {
@@ -148,6 +149,8 @@ private Q_SLOTS:
     void flagsOutliveDisabling();
     void anyKeyPresses_data();
     void anyKeyPresses();
+    void pressedLookEndsWithTheFocus_data();
+    void pressedLookEndsWithTheFocus();
     void leavingWhilePressedKeepsThePressedLook();
     void hoverByTheMouse();
     void clicks();
@@ -798,6 +801,41 @@ void TestZEFLightStdButton::anyKeyPresses()
     QVERIFY(button.m_pressed);
     QTest::keyRelease(&button, key);
     QVERIFY(!button.m_pressed);
+}
+
+void TestZEFLightStdButton::pressedLookEndsWithTheFocus_data()
+{
+    QTest::addColumn<bool>("disables");
+    QTest::newRow("by an arrow key") << false;
+    // The focus leaves a button that its own click disables.
+    QTest::newRow("by its own end") << true;
+}
+
+void TestZEFLightStdButton::pressedLookEndsWithTheFocus()
+{
+    QFETCH(const bool, disables);
+    QWidget window;
+    auto* layout = new QHBoxLayout(&window);
+    auto* button = new Open;
+    button->setText(QStringLiteral("text"));
+    auto* neighbour = new QPushButton(QStringLiteral("neighbour"));
+    layout->addWidget(button);
+    layout->addWidget(neighbour);
+    QVERIFY(showActive(window));
+    button->setFocus();
+    if (disables) {
+        connect(button, &QAbstractButton::clicked, button, [button] { button->setEnabled(false); });
+        button->setAutoDefault(true);
+    }
+    QTest::keyPress(button, disables ? Qt::Key_Return : Qt::Key_Right);
+    QTRY_VERIFY(neighbour->hasFocus());
+    button->setEnabled(true);
+    TestLog::takeAll();
+    painted(*button, 1);
+    QCOMPARE(stateLines(), QStringList({QStringLiteral("debug: Idle: text")}));
+    // The release goes to the neighbour.
+    QTest::keyRelease(neighbour, disables ? Qt::Key_Return : Qt::Key_Right);
+    QVERIFY(!button->m_pressed);
 }
 
 void TestZEFLightStdButton::leavingWhilePressedKeepsThePressedLook()

@@ -97,6 +97,10 @@
 <context>
     <name>zefmain</name>
     <message>
+        <source>part %1 of %2</source>
+        <translation>Teil %1 von %2</translation>
+    </message>
+    <message>
         <source>Your session has expired.</source>
         <translation>Ihre Sitzung ist abgelaufen.</translation>
     </message>

@@ -8,6 +8,7 @@
 #include <ZEFLightStdSSCheckbox.h>
 #include <ZEFToggleButton.h>
 
+#include <QtGui/QAccessible>
 #include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
 
@@ -172,6 +173,13 @@ void useSizeHints()
     CHECK(box.sizeHint() == box.QCheckBox::sizeHint());
 }
 
+//! Also from a static library, in which nothing of the program refers to it.
+void useAccessibility()
+{
+    ZEFToggleButton toggle;
+    CHECK(QAccessible::queryAccessibleInterface(&toggle)->role() == QAccessible::CheckBox);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -201,6 +209,7 @@ int main(int argc, char** argv)
     useOwn<PlainStyledButton>();
     useSignals();
     useSizeHints();
+    useAccessibility();
     return failures;
 }
 
