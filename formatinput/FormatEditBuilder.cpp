@@ -44,7 +44,7 @@ void report(const QString& text)
 FormatEditBuilder::FormatEditBuilder(ZEFFormatEdit* edit, bool widgets)
     : m_edit(edit)
     , m_widgets(widgets)
-    , m_coercions(std::make_shared<std::deque<ZEFCoercionSpec>>())
+    , m_coercions(std::make_shared<std::list<ZEFCoercionSpec>>())
 {
 }
 
@@ -88,7 +88,7 @@ void FormatEditBuilder::addCell(const FormatCell& format)
     cell->setPrefix(format.prefix);
     cell->setEnforceCase(edit->enforceCase);
     cellData->formatCoercions = m_coercions;
-    cellData->formatCoercionCount = m_coercions->size();
+    cellData->formatCoercionCount = static_cast<qsizetype>(m_coercions->size());
     if (format.coercing)
         cellData->addOwnCoercion(format.coercionText, format.coercionStart);
     makeConnections(cell, m_edit);

@@ -7,7 +7,7 @@
 #include <QtCore/QList>
 #include <QtCore/QPointer>
 
-#include <deque>
+#include <list>
 #include <memory>
 
 //! Makes the cells and separators of a format; for an alternate it only reports mistakes.
@@ -32,7 +32,7 @@ private:
 
     const QPointer<ZEFFormatEdit> m_edit;
     const bool m_widgets;
-    std::shared_ptr<std::deque<ZEFCoercionSpec>> m_coercions;
+    std::shared_ptr<std::list<ZEFCoercionSpec>> m_coercions;
     QList<QPointer<QWidget>> m_placed;
     ZEFFormatCell* m_lastCell = nullptr;
     int m_separators = 0;

@@ -33,7 +33,7 @@ bool isCommand(const QKeyEvent& e)
 
 void ZEFFormatCell::keyPressEvent(QKeyEvent* e)
 {
-    if (!isPrintable(e->text()) && e->matches(QKeySequence::Paste)) {
+    if ((isCommand(*e) || !isPrintable(e->text())) && e->matches(QKeySequence::Paste)) {
         d->pasteByKey(e);
         return;
     }

@@ -7,8 +7,8 @@
 
 #include <QtCore/QPointer>
 
-#include <deque>
 #include <functional>
+#include <list>
 #include <memory>
 #include <optional>
 
@@ -88,10 +88,10 @@ public:
     BoundedPattern finalPattern;
     bool rewriting = false;
     //! The format's closed coercions. Those that the cell has come before its others.
-    std::shared_ptr<const std::deque<ZEFCoercionSpec>> formatCoercions;
-    std::size_t formatCoercionCount = 0;
+    std::shared_ptr<const std::list<ZEFCoercionSpec>> formatCoercions;
+    qsizetype formatCoercionCount = 0;
     QList<const ZEFCoercionSpec*> coercions;
-    std::deque<ZEFCoercionSpec> ownCoercions;
+    std::list<ZEFCoercionSpec> ownCoercions;
 
     //! The text that was judged last.
     struct Verdict {

@@ -4,6 +4,8 @@
 #include "PatternValidator.h"
 #include "ZEFFormatCellPrivate.h"
 
+#include <algorithm>
+
 QString ZEFFormatCell::regexp() const
 {
     const auto* installed = qobject_cast<const QRegularExpressionValidator*>(validator());
@@ -91,8 +93,11 @@ std::optional<QString> ZEFFormatCellPrivate::coercedForm(const QString& text) co
 {
     // Spec j is deliberately asked about position j only, so positions without a spec never change.
     QList<const ZEFCoercionSpec*> all;
-    for (std::size_t i = 0; i < formatCoercionCount && all.size() < text.size(); ++i)
-        all.append(&(*formatCoercions)[i]);
+    if (formatCoercions) {
+        auto coercion = formatCoercions->cbegin();
+        while (all.size() < std::min(formatCoercionCount, text.size()))
+            all.append(&*coercion++);
+    }
     all.append(coercions);
     const CoercionSearch search([this](const QString& form) { return finalPattern.fills(form); },
                                 [this](const QString& start) { return finalPattern.mayStart(start); });

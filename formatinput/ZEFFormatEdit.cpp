@@ -29,6 +29,8 @@ ZEFFormatEdit::ZEFFormatEdit(QWidget* parent, const char* name, Qt::WindowFlags 
     setLayout(row);
     setObjectName(QString::fromUtf8(name));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    // Without a policy Qt would pass over the edit where a form gives its tab order.
+    setFocusPolicy(Qt::TabFocus);
     row->setContentsMargins(2, 2, 2, 2);
     row->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     static const SignatureConnection<QClipboard, ZEFFormatEdit> deselection("2selectionChanged()",
@@ -506,7 +508,7 @@ bool ZEFFormatEdit::parseFormat(const QString& format, int id)
 QWidget* ZEFFormatEditPrivate::neighbourInTabOrder() const
 {
     QWidget* before = cells.isEmpty() ? q : cells.constFirst()->previousInFocusChain();
-    while (before != q && q->isAncestorOf(before))
+    while (before != q && (q->isAncestorOf(before) || !(before->focusPolicy() & Qt::TabFocus)))
         before = before->previousInFocusChain();
     return before;
 }
