@@ -1,85 +1,65 @@
 #include "CoercionSearch.h"
 
+#include "MatchingTime.h"
+
+#include <QtCore/QSet>
+
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr qint64 maxTexts = 200'000;
-constexpr qint64 maxCharacters = 50'000'000;
+struct Form {
+    QString text;
+    //! The number, among the positions that vary, of the one that was varied last.
+    qsizetype lastVaried;
+};
 
 } // namespace
 
-CoercionSearch::CoercionSearch(const QString& text, int positions, std::chrono::milliseconds longestTime)
-    : m_text(text)
-    , m_positionCount(positions)
-    , m_longestTime(longestTime)
+CoercionSearch::CoercionSearch(Test passes, Test mayStart)
+    : m_passes(std::move(passes))
+    , m_mayStart(std::move(mayStart))
 {
 }
 
-bool CoercionSearch::run(const Vary& vary, const Passes& passes, QString* found)
+std::optional<QString> CoercionSearch::run(const QString& text,
+                                           const QList<const ZEFCoercionSpec*>& coercions) const
 {
-    m_deadline.setRemainingTime(m_longestTime);
-    findPositions(vary);
-    qint64 texts = 0;
-    for (qsizetype pass = 0; pass < m_text.size() && !m_candidates.isEmpty(); ++pass) {
-        const QList<Candidate> candidates = std::exchange(m_candidates, {});
-        for (const Candidate& candidate : candidates) {
-            for (qsizetype j = candidate.lastVaried; j < m_positions.size(); ++j) {
-                if (m_deadline.hasExpired())
-                    return false;
-                for (const QChar successor : successors(m_positions[j], candidate.characters.at(j), vary)) {
-                    ++texts;
-                    if (texts > maxTexts || texts * m_text.size() > maxCharacters || m_deadline.hasExpired())
-                        return false;
-                    Candidate variant = {candidate.characters, j};
-                    variant.characters[j] = successor;
-                    const QString text = textOf(variant);
-                    if (passes(text)) {
-                        *found = text;
-                        return true;
-                    }
-                    m_candidates.append(variant);
+    const MatchingTime::Lap lap;
+    QList<int> positions;
+    for (int position = 0; position < std::min(coercions.size(), text.size()); ++position) {
+        if (!coercions.at(position)->replacements(position, text.at(position)).isEmpty())
+            positions.append(position);
+    }
+    const qsizetype maxSeen = std::min(maxForms, maxCharacters / std::max<qsizetype>(text.size(), 1));
+    QSet<QString> seen = {text};
+    QList<Form> forms = {{text, 0}};
+    for (qsizetype pass = 0; pass < text.size() && !forms.isEmpty(); ++pass) {
+        const QList<Form> bases = std::exchange(forms, {});
+        for (const Form& base : bases) {
+            // Positions vary independently, so that the order from the first to the last one reaches every
+            // form, and in as few passes as any other order.
+            for (qsizetype i = base.lastVaried; i < positions.size(); ++i) {
+                const int position = positions.at(i);
+                // No form that is made of this one from here on changes the characters before.
+                if (i > base.lastVaried && !m_mayStart(base.text.left(position)))
+                    break;
+                const QString found = coercions.at(position)->replacements(position, base.text.at(position));
+                for (const QChar character : found) {
+                    Form form = {base.text, i};
+                    form.text[position] = character;
+                    if (seen.contains(form.text))
+                        continue;
+                    if (seen.size() > maxSeen || MatchingTime::remaining() <= 0)
+                        return std::nullopt;
+                    seen.insert(form.text);
+                    if (m_passes(form.text))
+                        return form.text;
+                    forms.append(form);
                 }
             }
         }
     }
-    return false;
-}
-
-void CoercionSearch::findPositions(const Vary& vary)
-{
-    Candidate start = {{}, 0};
-    for (int index = 0; index < m_positionCount && !m_deadline.hasExpired(); ++index) {
-        const QChar character = m_text.at(index);
-        Position position = {index, {character}, {}};
-        if (successors(position, character, vary).isEmpty())
-            continue;
-        m_positions.append(position);
-        start.characters.append(character);
-    }
-    m_candidates = {start};
-}
-
-QString CoercionSearch::textOf(const Candidate& candidate) const
-{
-    QString text = m_text;
-    for (qsizetype i = 0; i < m_positions.size(); ++i)
-        text[m_positions.at(i).index] = candidate.characters.at(i);
-    return text;
-}
-
-const QString& CoercionSearch::successors(Position& position, QChar from, const Vary& vary)
-{
-    auto entry = position.successors.find(from);
-    if (entry == position.successors.end()) {
-        entry = position.successors.insert(from, {});
-        const QString replacements = vary(position.index, from);
-        for (const QChar to : replacements) {
-            if (position.reached.contains(to))
-                continue;
-            position.reached.insert(to);
-            entry->append(to);
-        }
-    }
-    return *entry;
+    return std::nullopt;
 }

@@ -1,6 +1,9 @@
 #include <ZEFFormatEdit.h>
 
+#include "FormatEditBuilder.h"
 #include "SignatureConnection.h"
+#include "ZEFFormatCellPrivate.h"
+#include "ZEFFormatEditPrivate.h"
 
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
@@ -11,32 +14,23 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
+using CellPrivate = ZEFFormatCellPrivate;
 
-// A key that travels through empty cells stops here; each step is a nested event.
-constexpr int maxForwardedKeys = 200;
-
-// A validator that changes the row each time it is asked ends up here.
-constexpr int maxRevalidations = 16;
-
-// The whole of text, or an empty match of an empty text.
-bool matchesWhole(const QRegularExpression& pattern, const QString& text)
+ZEFFormatEditPrivate::ZEFFormatEditPrivate(ZEFFormatEdit* edit)
+    : q(edit)
 {
-    if (!pattern.isValid())
-        return false;
-    const QRegularExpressionMatch match = pattern.match(text);
-    return match.hasMatch() && match.capturedLength() == text.size();
 }
-
-} // namespace
 
 ZEFFormatEdit::ZEFFormatEdit(QWidget* parent, const char* name, Qt::WindowFlags flags)
     : QWidget(parent, flags)
+    , d(std::make_unique<ZEFFormatEditPrivate>(this))
 {
     auto* row = new QHBoxLayout;
     setLayout(row);
     setObjectName(QString::fromUtf8(name));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    // Without a policy Qt would pass over the edit where a form gives its tab order.
+    setFocusPolicy(Qt::TabFocus);
     row->setContentsMargins(2, 2, 2, 2);
     row->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     static const SignatureConnection<QClipboard, ZEFFormatEdit> deselection("2selectionChanged()",
@@ -47,124 +41,156 @@ ZEFFormatEdit::ZEFFormatEdit(QWidget* parent, const char* name, Qt::WindowFlags 
 ZEFFormatEdit::~ZEFFormatEdit()
 {
     QObject::disconnect(QGuiApplication::clipboard(), "2selectionChanged()", this, "1deselect()");
-    clearCells();
-    // A cell that is about to part while the focus leaves it: Qt still works with it.
-    const QList<ZEFFormatCell*> cells = findChildren<ZEFFormatCell*>(Qt::FindDirectChildrenOnly);
-    for (ZEFFormatCell* cell : cells) {
-        if (cell->m_retired)
-            cell->setParent(nullptr);
-    }
+    setFocusProxy(nullptr);
+    // Not only those of the row: a slot may delete the edit while it drops its cells.
+    d->cells.clear();
+    d->dropAll(findChildren<ZEFFormatCell*>(Qt::FindDirectChildrenOnly));
 }
 
 QString ZEFFormatEdit::text() const
 {
     QString joined;
-    for (const ZEFFormatCell* cell : m_cells) {
+    for (const ZEFFormatCell* cell : d->cells) {
         const QString part = cell->text();
         if (!part.isEmpty())
             joined.append(cell->prefix()).append(part).append(cell->suffix());
     }
-    return joined.isEmpty() ? m_fallbackText : joined;
+    return joined.isEmpty() ? d->fallbackText : joined;
 }
 
 QString ZEFFormatEdit::format() const
 {
-    return m_format;
+    return d->format;
 }
 
 QString ZEFFormatEdit::masterRegexp() const
 {
-    return m_masterRegexp;
+    return d->master.pattern();
 }
 
 QString ZEFFormatEdit::ignore() const
 {
-    return m_ignore;
+    return d->ignore;
 }
 
 int ZEFFormatEdit::enforceCase() const
 {
-    return m_enforceCase;
+    return d->enforceCase;
 }
 
 QValidator::State ZEFFormatEdit::state() const
 {
-    return m_state;
+    return d->state;
 }
 
 QValidator::State ZEFFormatEdit::validate()
 {
+    const MatchingTime action;
     const QPointer<ZEFFormatEdit> self(this);
-    const unsigned int generation = m_generation;
-    QValidator::State state = QValidator::Acceptable;
-    for (qsizetype i = 0; i < m_cells.size() && state == QValidator::Acceptable; ++i) {
-        ZEFFormatCell* cell = m_cells.at(i);
-        const ZEFFormatCell::Use use(cell);
+    // A validator, or a receiver of a rewritten text, may change the row, which is then judged anew, once.
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const unsigned int generation = d->generation;
+        const QValidator::State state = d->judgeCells();
+        if (!self)
+            break;
+        if (generation != d->generation)
+            continue;
+        if (!d->validator)
+            return state;
+        QString whole = text();
+        int position = 0;
+        return d->validator->validate(whole, position);
+    }
+    return QValidator::Invalid;
+}
+
+QValidator::State ZEFFormatEditPrivate::judgeCells()
+{
+    const QPointer<ZEFFormatEdit> self(q);
+    const unsigned int before = generation;
+    for (qsizetype i = 0; i < cells.size(); ++i) {
+        ZEFFormatCell* cell = cells.at(i);
+        const CellPrivate::Use use(cell);
         QString text = cell->text();
         int position = cell->cursorPosition();
         // A failing cell is deliberately never Intermediate, even when it is merely incomplete.
-        if ((text.isEmpty() && cell->minLength() > 0)
-            || (cell->validator() && cell->validator()->validate(text, position) != QValidator::Acceptable)
-            || (self && generation == m_generation && !cell->validate()))
-            state = QValidator::Invalid;
-        if (!self)
+        if (text.isEmpty() && cell->minLength() > 0)
             return QValidator::Invalid;
-        if (generation == m_generation)
-            continue;
-        if (m_revalidations >= maxRevalidations)
+        if (cell->validator() && cell->validator()->validate(text, position) != QValidator::Acceptable)
             return QValidator::Invalid;
-        ++m_revalidations;
-        state = validate();
-        if (self)
-            --m_revalidations;
-        return state;
+        if (!self || generation != before || !cell->validate() || !self || generation != before)
+            return QValidator::Invalid;
     }
-    if (!m_validator)
-        return state;
-    QString whole = text();
-    int position = 0;
-    return m_validator->validate(whole, position);
+    return QValidator::Acceptable;
 }
 
 const QValidator* ZEFFormatEdit::validator() const
 {
-    return m_validator;
+    return d->validator;
 }
 
 void ZEFFormatEdit::setValidator(const QValidator* validator)
 {
-    m_validator = validator;
+    d->validator = validator;
 }
 
 int ZEFFormatEdit::lineEditCount() const
 {
-    return static_cast<int>(m_cells.size());
+    return static_cast<int>(d->cells.size());
 }
 
 ZEFFormatCell* ZEFFormatEdit::editor(int index) const
 {
-    return m_cells.value(index);
+    return d->cells.value(index);
+}
+
+QString ZEFFormatEdit::pendingText() const
+{
+    return d->pendingText;
+}
+
+void ZEFFormatEdit::setPendingText(const QString& text)
+{
+    d->pendingText = text;
+}
+
+QString ZEFFormatEdit::fallbackText() const
+{
+    return d->fallbackText;
+}
+
+void ZEFFormatEdit::setFallbackText(const QString& text)
+{
+    d->fallbackText = text;
+}
+
+void ZEFFormatEdit::setAlternateId(int id)
+{
+    d->alternateId = id;
 }
 
 int ZEFFormatEdit::alternateCount() const
 {
-    return static_cast<int>(m_alternates.size());
+    return static_cast<int>(d->alternates.size());
 }
 
 int ZEFFormatEdit::alternateId() const
 {
-    return m_alternateId;
+    return d->alternateId;
 }
 
 QString ZEFFormatEdit::alternatePattern(int id) const
 {
-    return m_alternates.value(id).pattern();
+    return d->alternates.value(id).pattern();
 }
 
 int ZEFFormatEdit::checkAlternates(const QString& text) const
 {
-    for (auto alternate = m_alternates.cbegin(); alternate != m_alternates.cend(); ++alternate) {
-        if (matchesWhole(*alternate, text))
+    if (text.size() > maxWholeLength)
+        return 0;
+    for (auto alternate = d->alternates.cbegin(); alternate != d->alternates.cend(); ++alternate) {
+        const QRegularExpressionMatch match = alternate->match(text);
+        if (match.hasMatch() && match.capturedLength() == text.size())
             return alternate.key();
     }
     return 0;
@@ -177,7 +203,7 @@ void ZEFFormatEdit::setFocus()
 
 void ZEFFormatEdit::setCellBottomHighlight(int height, const QColor& colour)
 {
-    for (ZEFFormatCell* cell : std::as_const(m_cells))
+    for (ZEFFormatCell* cell : std::as_const(d->cells))
         cell->setBottomHighlight(height, colour);
 }
 
@@ -200,7 +226,7 @@ int ZEFFormatEdit::leftMargin() const
 
 void ZEFFormatEdit::setLeftMargin(int margin)
 {
-    setMargin(&QMargins::setLeft, margin);
+    d->setMargin(&QMargins::setLeft, margin);
 }
 
 int ZEFFormatEdit::rightMargin() const
@@ -210,7 +236,7 @@ int ZEFFormatEdit::rightMargin() const
 
 void ZEFFormatEdit::setRightMargin(int margin)
 {
-    setMargin(&QMargins::setRight, margin);
+    d->setMargin(&QMargins::setRight, margin);
 }
 
 int ZEFFormatEdit::topMargin() const
@@ -220,7 +246,7 @@ int ZEFFormatEdit::topMargin() const
 
 void ZEFFormatEdit::setTopMargin(int margin)
 {
-    setMargin(&QMargins::setTop, margin);
+    d->setMargin(&QMargins::setTop, margin);
 }
 
 int ZEFFormatEdit::bottomMargin() const
@@ -230,86 +256,101 @@ int ZEFFormatEdit::bottomMargin() const
 
 void ZEFFormatEdit::setBottomMargin(int margin)
 {
-    setMargin(&QMargins::setBottom, margin);
+    d->setMargin(&QMargins::setBottom, margin);
+}
+
+bool ZEFFormatEdit::keyboardPasteSpreads() const
+{
+    return property("keyboardPasteSpreads").toBool();
+}
+
+void ZEFFormatEdit::setKeyboardPasteSpreads(bool on)
+{
+    setProperty("keyboardPasteSpreads", on);
 }
 
 bool ZEFFormatEdit::setText(const QString& text)
 {
-    const QRegularExpression master(m_masterRegexp);
-    if (!master.isValid())
+    const MatchingTime action;
+    const bool sparesProtected = std::exchange(d->sparesProtectedCells, false);
+    const QStringView trimmed = QStringView(text).trimmed();
+    if (trimmed.size() > maxWholeLength)
         return false;
-    const QRegularExpressionMatch match = master.match(text.trimmed());
+    const QRegularExpressionMatch match = d->master.match(trimmed.toString());
     if (!match.hasMatch())
         return false;
     const QPointer<ZEFFormatEdit> self(this);
-    const unsigned int generation = m_generation;
-    for (qsizetype i = 0; i < m_cells.size(); ++i) {
-        const ZEFFormatCell::Use use(m_cells.at(i));
-        m_cells.at(i)->setText(match.captured(static_cast<int>(i) + 1));
+    const unsigned int generation = d->generation;
+    for (qsizetype i = 0; i < d->cells.size(); ++i) {
+        ZEFFormatCell* cell = d->cells.at(i);
+        if (sparesProtected && (cell->isReadOnly() || !cell->isEnabled()))
+            continue;
+        const CellPrivate::Use use(cell);
+        cell->setText(match.captured(static_cast<int>(i) + 1));
         if (!self)
             return true;
-        if (generation != m_generation)
+        if (generation != d->generation)
             break;
     }
-    m_fallbackText.clear();
+    d->fallbackText.clear();
     return true;
 }
 
 void ZEFFormatEdit::setFormat(const QString& format)
 {
-    m_format = format;
+    d->format = format;
     parseFormat(format, 0);
 }
 
 void ZEFFormatEdit::setIgnore(const QString& characters)
 {
-    m_ignore = characters;
-    for (ZEFFormatCell* cell : std::as_const(m_cells))
+    d->ignore = characters;
+    for (ZEFFormatCell* cell : std::as_const(d->cells))
         cell->setIgnore(characters);
 }
 
 void ZEFFormatEdit::moveLeft(int id, QKeyEvent* e)
 {
-    if (id > 0 && id <= m_cells.size())
-        focusCell(id - 1, static_cast<int>(m_cells.at(id - 1)->text().size()), e);
+    if (id > 0 && id <= d->cells.size())
+        d->focusCell(id - 1, static_cast<int>(d->cells.at(id - 1)->text().size()), e);
 }
 
 void ZEFFormatEdit::moveRight(int id, QKeyEvent* e)
 {
-    if (id >= -1 && id < m_cells.size() - 1)
-        focusCell(id + 1, 0, e);
+    if (id >= -1 && id < d->cells.size() - 1)
+        d->focusCell(id + 1, 0, e);
 }
 
 void ZEFFormatEdit::moveTo(int nIdFrom, int nIdTo, QKeyEvent* e)
 {
-    if (nIdTo >= 0 && nIdTo < m_cells.size())
-        focusCell(nIdTo, -1, nIdFrom != nIdTo ? e : nullptr);
+    if (nIdTo >= 0 && nIdTo < d->cells.size())
+        d->focusCell(nIdTo, -1, nIdFrom != nIdTo ? e : nullptr);
 }
 
 void ZEFFormatEdit::childFocusedOut(int, QFocusEvent*) { }
 
 void ZEFFormatEdit::editorTextChanged(int id)
 {
+    const MatchingTime action;
     const QPointer<ZEFFormatEdit> self(this);
-    if (m_globallySelected)
+    if (d->globallySelected)
         globalSelect(false);
     if (!self)
         return;
-    m_pendingText.clear();
-    const unsigned int change = ++m_changes;
-    const ZEFFormatCell* changed = m_cells.value(id);
+    d->pendingText.clear();
+    const ZEFFormatCell* changed = d->cells.value(id);
     const bool missing = changed && changed->text().isEmpty() && changed->minLength() > 0;
     const QValidator::State state = missing ? QValidator::Invalid : validate();
     if (!self)
         return;
-    // A change that came meanwhile has brought the state up to date already.
-    if (change == m_changes && state != m_state) {
-        m_state = state;
+    // Also after a change that came meanwhile, which has announced a verdict of its own.
+    if (state != d->state) {
+        d->state = state;
         Q_EMIT validityChanged(state);
         if (!self)
             return;
     }
-    Q_EMIT textChanged(m_state);
+    Q_EMIT textChanged(d->state);
 }
 
 void ZEFFormatEdit::copy()
@@ -354,23 +395,23 @@ void ZEFFormatEdit::cut()
 void ZEFFormatEdit::clear()
 {
     const QPointer<ZEFFormatEdit> self(this);
-    const unsigned int generation = m_generation;
-    if (!m_cells.isEmpty()) {
-        const ZEFFormatCell::Use use(m_cells.constFirst());
-        m_cells.constFirst()->setFocus();
+    const unsigned int generation = d->generation;
+    if (!d->cells.isEmpty()) {
+        const CellPrivate::Use use(d->cells.constFirst());
+        d->cells.constFirst()->setFocus();
         if (!self)
             return;
     }
     // The first cell deliberately keeps its text.
-    for (qsizetype i = 1; i < m_cells.size() && generation == m_generation; ++i) {
-        const QPointer<ZEFFormatCell> cell(m_cells.at(i));
-        const ZEFFormatCell::Use use(cell);
+    for (qsizetype i = 1; i < d->cells.size() && generation == d->generation; ++i) {
+        const QPointer<ZEFFormatCell> cell(d->cells.at(i));
+        const CellPrivate::Use use(cell);
         const bool connected =
             QObject::disconnect(cell, "2textChanged(int, QString&)", this, "1editorTextChanged(int)");
         cell->setText(QString());
         if (!self)
             return;
-        if (!cell || generation != m_generation)
+        if (!cell || generation != d->generation)
             continue;
         if (connected)
             QObject::connect(cell, "2textChanged(int, QString&)", this, "1editorTextChanged(int)");
@@ -378,20 +419,20 @@ void ZEFFormatEdit::clear()
         if (!self)
             return;
     }
-    m_globallySelected = false;
+    d->globallySelected = false;
 }
 
 void ZEFFormatEdit::globalSelect(bool bGlobal)
 {
     QClipboard* clipboard = QGuiApplication::clipboard();
     const QSignalBlocker quietClipboard(clipboard);
-    for (ZEFFormatCell* cell : std::as_const(m_cells)) {
-        const ZEFFormatCell::SignalsBlocked quietCell(cell);
+    for (ZEFFormatCell* cell : std::as_const(d->cells)) {
+        const CellPrivate::SignalsBlocked quietCell(cell);
         cell->setSelectOutside(bGlobal);
     }
     if (bGlobal && clipboard->supportsSelection())
         clipboard->setText(text(), QClipboard::Selection);
-    m_globallySelected = bGlobal;
+    d->globallySelected = bGlobal;
 }
 
 void ZEFFormatEdit::deselect()
@@ -401,11 +442,11 @@ void ZEFFormatEdit::deselect()
 
 void ZEFFormatEdit::setEnforceCase(int nEnforce)
 {
-    if (nEnforce != m_enforceCase) {
-        for (ZEFFormatCell* cell : std::as_const(m_cells))
+    if (nEnforce != d->enforceCase) {
+        for (ZEFFormatCell* cell : std::as_const(d->cells))
             cell->setEnforceCase(nEnforce);
     }
-    m_enforceCase = nEnforce;
+    d->enforceCase = nEnforce;
 }
 
 void ZEFFormatEdit::addAlternateCheck(const QString& pattern, int id)
@@ -415,23 +456,23 @@ void ZEFFormatEdit::addAlternateCheck(const QString& pattern, int id)
 
 void ZEFFormatEdit::clearAlternate()
 {
-    m_fallbackText.clear();
+    d->fallbackText.clear();
     const QPointer<ZEFFormatEdit> self(this);
     const QValidator::State state = validate();
     if (self)
-        m_state = state;
+        d->state = state;
 }
 
 void ZEFFormatEdit::saveFocus()
 {
     auto* focused = qobject_cast<ZEFFormatCell*>(QApplication::focusWidget());
-    m_savedFocus = focused && focused->parentWidget() == this ? focused : m_cells.value(0);
+    d->savedFocus = focused && focused->parentWidget() == this ? focused : d->cells.value(0);
 }
 
 void ZEFFormatEdit::restoreFocus()
 {
-    const QPointer<ZEFFormatCell> cell(m_savedFocus ? m_savedFocus.data() : m_cells.value(0));
-    const ZEFFormatCell::Use use(cell);
+    const QPointer<ZEFFormatCell> cell(d->savedFocus ? d->savedFocus.data() : d->cells.value(0));
+    const CellPrivate::Use use(cell);
     if (cell)
         cell->setFocus();
 }
@@ -439,68 +480,112 @@ void ZEFFormatEdit::restoreFocus()
 void ZEFFormatEdit::childEvent(QChildEvent* e)
 {
     if (e->removed())
-        forgetCell(e->child());
+        d->dropForeign(e->child());
     QWidget::childEvent(e);
 }
 
-void ZEFFormatEdit::forgetCell(const QObject* cell)
+bool ZEFFormatEdit::parseFormat(const QString& format, int id)
 {
-    if (m_cells.removeIf([cell](const QObject* other) { return other == cell; }) == 0)
-        return;
-    // Its number is that of another cell from now on.
-    QObject::disconnect(cell, nullptr, this, nullptr);
-    ++m_generation;
-    for (qsizetype i = 0; i < m_cells.size(); ++i)
-        m_cells.at(i)->setId(static_cast<int>(i));
-    setFocusProxy(m_cells.value(0));
+    // The format may be a reference to what a receiver replaces.
+    const QString source = format;
+    const QPointer<ZEFFormatEdit> self(this);
+    QPointer<QWidget> before = d->neighbourInTabOrder();
+    if (!d->dropRow())
+        return false;
+    FormatEditBuilder builder(this, id == 0);
+    const QString master = FormatParser(source, builder).run();
+    if (id == 0)
+        d->master = BoundedPattern(u'^' + master + u'$');
+    else
+        d->alternates.insert(id, BoundedPattern(master));
+    builder.finish(before ? before : this);
+    if (self)
+        update();
+    // Callers do not look at the result, which has always been false.
+    return false;
 }
 
-void ZEFFormatEdit::clearCells()
+QWidget* ZEFFormatEditPrivate::neighbourInTabOrder() const
 {
-    const QPointer<ZEFFormatEdit> self(this);
-    ++m_generation;
-    m_savedFocus = nullptr;
-    m_globallySelected = false;
-    setFocusProxy(nullptr);
-    const QList<ZEFFormatCell*> dropped = std::exchange(m_cells, {});
-    const QList<QPointer<ZEFFormatCell>> cells(dropped.cbegin(), dropped.cend());
-    for (const QPointer<ZEFFormatCell>& cell : cells) {
-        if (cell)
-            cell->retire();
-    }
+    QWidget* before = cells.isEmpty() ? q : cells.constFirst()->previousInFocusChain();
+    while (before != q && (q->isAncestorOf(before) || !(before->focusPolicy() & Qt::TabFocus)))
+        before = before->previousInFocusChain();
+    return before;
+}
+
+bool ZEFFormatEditPrivate::dropRow()
+{
+    const QPointer<ZEFFormatEdit> self(q);
+    const unsigned int own = ++generation;
+    savedFocus = nullptr;
+    nextReceiver = nullptr;
+    globallySelected = false;
+    q->setFocusProxy(nullptr);
+    const auto* focused = qobject_cast<ZEFFormatCell*>(q->window()->focusWidget());
+    focusDropped = focusDropped || (focused && cells.contains(focused));
+    dropAll(std::exchange(cells, {}));
     if (!self)
-        return;
+        return false;
     // All labels, nested ones too; one may go together with another.
-    const QList<QLabel*> found = findChildren<QLabel*>();
+    const QList<QLabel*> found = q->findChildren<QLabel*>();
     const QList<QPointer<QLabel>> labels(found.cbegin(), found.cend());
     for (const QPointer<QLabel>& label : labels)
         delete label;
+    return self && generation == own;
 }
 
-void ZEFFormatEdit::focusCell(int index, int cursor, QKeyEvent* e)
+void ZEFFormatEditPrivate::dropAll(const QList<ZEFFormatCell*>& found)
 {
-    const QPointer<ZEFFormatEdit> self(this);
-    const QPointer<ZEFFormatCell> cell(m_cells.at(index));
-    const ZEFFormatCell::Use use(cell);
-    const unsigned int generation = m_generation;
+    const QList<QPointer<ZEFFormatCell>> guarded(found.cbegin(), found.cend());
+    for (const QPointer<ZEFFormatCell>& cell : guarded) {
+        if (cell)
+            CellPrivate::get(cell)->drop();
+    }
+}
+
+void ZEFFormatEditPrivate::dropForeign(const QObject* cell)
+{
+    if (cells.removeIf([cell](const QObject* other) { return other == cell; }) == 0)
+        return;
+    // Its number is that of another cell from now on.
+    QObject::disconnect(cell, nullptr, q, nullptr);
+    ++generation;
+    for (qsizetype i = 0; i < cells.size(); ++i)
+        cells.at(i)->setId(static_cast<int>(i));
+    q->setFocusProxy(cells.value(0));
+}
+
+void ZEFFormatEditPrivate::focusCell(qsizetype index, int cursor, QKeyEvent* e)
+{
+    const QPointer<ZEFFormatEdit> self(q);
+    const QPointer<ZEFFormatCell> cell(cells.at(index));
+    const CellPrivate::Use use(cell);
+    const unsigned int before = generation;
+    const auto isThere = [&] { return self && cell && generation == before; };
     cell->setFocus();
-    if (!self || !cell || generation != m_generation)
-        return;
-    if (cursor >= 0)
+    if (isThere() && cursor >= 0)
         cell->setCursorPosition(cursor);
-    if (!self || !cell || generation != m_generation || !e || m_forwardedKeys >= maxForwardedKeys)
+    if (!isThere() || !e)
         return;
-    ++m_forwardedKeys;
-    QCoreApplication::sendEvent(cell, e);
+    // A key that travels through empty cells is sent by the call that sent it first, not by each from within
+    // the one before.
+    nextReceiver = cell;
+    if (e == sentKey)
+        return;
+    const QKeyEvent* outer = std::exchange(sentKey, e);
+    while (self && nextReceiver) {
+        const CellPrivate::Use receiver(nextReceiver);
+        QCoreApplication::sendEvent(std::exchange(nextReceiver, nullptr), e);
+    }
     if (self)
-        --m_forwardedKeys;
+        sentKey = outer;
 }
 
-void ZEFFormatEdit::setMargin(void (QMargins::*set)(int), int margin)
+void ZEFFormatEditPrivate::setMargin(void (QMargins::*set)(int), int margin)
 {
-    if (!layout())
+    if (!q->layout())
         return;
-    QMargins margins = layout()->contentsMargins();
+    QMargins margins = q->layout()->contentsMargins();
     (margins.*set)(std::clamp(margin, -QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
-    layout()->setContentsMargins(margins);
+    q->layout()->setContentsMargins(margins);
 }

@@ -43,8 +43,10 @@ public:
     //! The same for every position from the start up to, but not including, the end.
     int coerce(const QString& input, QList<QString>& output) const;
 
+    bool operator==(const ZEFCoercionSpec& other) const = default;
+
 private:
-    friend class ZEFFormatCell;
+    friend class CoercionSearch;
 
     QString replacements(int position, QChar character) const;
 

@@ -3,9 +3,6 @@
 #include <ZEFCoercionSpec.h>
 #include <ZEFUIExport.h>
 
-#include <QtCore/QList>
-#include <QtCore/QPointer>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QString>
 #include <QtGui/QColor>
 #include <QtGui/QFocusEvent>
@@ -14,9 +11,8 @@
 #include <QtWidgets/QLineEdit>
 
 #include <memory>
-#include <vector>
 
-class CoercionPool;
+class ZEFFormatCellPrivate;
 
 /*!
  * One segment of a ZEFFormatEdit: a line edit that accepts what its pattern allows, steps to its
@@ -30,12 +26,14 @@ class CoercionPool;
  * shortcuts for the clipboard get QLineEdit's own behaviour. The entries of the context menu call one
  * or the other, depending on the version of Qt.
  *
- * A slot of any signal, those of QLineEdit included, may rebuild or delete the edit of the cell. A cell
- * that its edit drops leaves the edit at once and sends no signals any more. It is deleted when control
- * is back in an event loop of the level in which it was made or used first; a cell that was made before
- * the application's event loop is deleted when the application ends, if not before.
- * A receiver that wants to delete a cell itself uses deleteLater(), and so does one that wants to delete the
- * edit while its first cell gets the focus: Qt may be focusing the edit, for which that cell stands.
+ * What an input method or a dead key composes is typed like any other character, and so is a printable text
+ * with Control and Alt, which is AltGr on Windows. No function leaves half a surrogate pair in a cell.
+ *
+ * A slot of any signal, those of QLineEdit included, may rebuild or delete the edit of the cell, also in an
+ * event loop of its own. A cell that its edit drops leaves the edit at once, sends no signals any more and is
+ * deleted once control returns to the event loop. To delete a cell itself in a slot, use deleteLater(); also
+ * to delete the edit while its first cell gets the focus: Qt may still be focusing the edit, whose focus
+ * proxy is that cell.
  */
 class ZEFUI_EXPORT ZEFFormatCell : public QLineEdit {
     Q_OBJECT
@@ -82,10 +80,10 @@ public Q_SLOTS:
      * Whether the text passes the final pattern as it stands, with characters coerced, in upper case or
      * in lower case; the text is rewritten to the form that passed. The minimum length is not asked.
      *
-     * Coercion tries up to 200,000 distinct texts (fewer when they are longer than 250 characters: 50
-     * million characters altogether) for up to two seconds and then gives up: the text counts as not
-     * matched. It needs a final pattern, and the n-th coercion of a cell is asked about its n-th character
-     * only.
+     * Coercion needs a final pattern, and the n-th coercion of a cell is asked about its n-th character only.
+     * It gives up after 10,000 forms, 10 million characters in them, or when the patterns of the present
+     * action have taken 150 ms altogether; a pattern that is slow for a single text gives up as well. The
+     * text then counts as not matched. It is searched again when it or a setting of the cell has changed.
      */
     virtual bool validate();
     /*!
@@ -121,7 +119,8 @@ public Q_SLOTS:
     virtual void setSuffix(const QString& text);
     //! Copies the selected text, or asks by copyMe() for the text of the whole edit.
     virtual void copy();
-    //! Pastes what fits into this cell, or asks by pasteMe() for the clipboard to be spread over the edit.
+    //! Pastes what fits into this cell, or asks by pasteMe() for the clipboard to be spread over the edit. At
+    //! most 10,000 characters are pasted.
     virtual void paste();
     //! Only asks, by cutMe().
     virtual void cut();
@@ -131,7 +130,7 @@ public Q_SLOTS:
     //! application palette.
     virtual void setMinLength(int length);
     /*!
-     * Changes nothing. A subclass that selects whole edits overrides it and sets m_selectOutside.
+     * Changes nothing. A subclass that selects whole edits overrides it and calls storeSelectOutside().
      */
     virtual void setSelectOutside(bool on);
     //! The case of setText() and insert() from now on; what is typed or pasted keeps its case.
@@ -172,75 +171,16 @@ protected:
     void mouseReleaseEvent(QMouseEvent* e) override;
     void mouseMoveEvent(QMouseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
+    void inputMethodEvent(QInputMethodEvent* e) override;
     void focusOutEvent(QFocusEvent* e) override;
     void paintEvent(QPaintEvent* e) override;
+    void connectNotify(const QMetaMethod& signal) override;
 
-    //! The whole edit is selected; keys then act on all of it.
-    bool m_selectOutside = false;
+    //! Sets selectOutside(), for a subclass: the whole edit is selected, and keys act on all of it.
+    void storeSelectOutside(bool on);
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFFormatCell)
-    friend class ZEFFormatEdit;
-    friend class FormatEditBuilder;
-    friend class RetiredCells;
-
-    // Keeps a retired cell alive as long as somebody works with it.
-    class Use {
-    public:
-        explicit Use(ZEFFormatCell* cell);
-        ~Use();
-
-    private:
-        Q_DISABLE_COPY_MOVE(Use)
-        QPointer<ZEFFormatCell> m_cell;
-    };
-    class SignalsBlocked {
-    public:
-        explicit SignalsBlocked(ZEFFormatCell* cell);
-        ~SignalsBlocked();
-
-    private:
-        Q_DISABLE_COPY_MOVE(SignalsBlocked)
-        QPointer<ZEFFormatCell> m_cell;
-        bool m_before;
-    };
-
-    void retire();
-    //! Whether a function of the cell may have started the event loop that runs now.
-    bool mayBeRunning() const;
-    void shareCoercions(const std::shared_ptr<const CoercionPool>& pool);
-    void addOwnCoercion(const QString& pairs, int start);
-
-    bool matchesFinalRegexp(const QString& text) const;
-    bool validateEquivalents(QString& text) const;
-
-    void backspaceTyped(QKeyEvent* e);
-    void characterTyped(QKeyEvent* e);
-    void saveSelection();
-
-    int m_id = 0;
-    int m_minLength = -1;
-    QString m_ignore;
-    QString m_prefix;
-    QString m_suffix;
-    QString m_equivs;
-    QRegularExpression m_finalRegExp;
-    bool m_mousePressed = false;
-    int m_savedSelectionStart = -1;
-    int m_savedSelectionEnd = -1;
-    int m_savedCursor = 0;
-    int m_enforceCase = 0;
-    QList<ZEFCoercionSpec*> m_coercionSpecs;
-    int m_bottomHighlightHeight = 0;
-    QColor m_bottomHighlightColour = Qt::white;
-
-    // Specs of the format come before m_coercionSpecs; all cells of a format share them.
-    std::shared_ptr<const CoercionPool> m_pool;
-    qsizetype m_poolCount = 0;
-    std::vector<std::unique_ptr<ZEFCoercionSpec>> m_ownSpecs;
-    int m_rewrites = 0;
-    int m_uses = 0;
-    //! The lowest nesting of event loops in which the cell was made or used.
-    int m_loopLevel;
-    bool m_retired = false;
+    friend class ZEFFormatCellPrivate;
+    std::unique_ptr<ZEFFormatCellPrivate> d;
 };

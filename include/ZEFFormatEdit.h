@@ -3,15 +3,16 @@
 #include <ZEFFormatCell.h>
 #include <ZEFUIExport.h>
 
-#include <QtCore/QList>
-#include <QtCore/QMap>
-#include <QtCore/QPointer>
-#include <QtCore/QRegularExpression>
 #include <QtCore/QString>
+#include <QtGui/QColor>
 #include <QtGui/QFocusEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QValidator>
 #include <QtWidgets/QWidget>
+
+#include <memory>
+
+class ZEFFormatEditPrivate;
 
 /*!
  * A row of input cells with fixed separators between them, built from a format.
@@ -39,8 +40,11 @@
  *
  * setFormat(), addAlternateCheck() and the destructor drop the cells: pointers from editor() end there.
  * All of them may be called from any slot, also from one that a cell's key press has led to. Receivers of
- * any signal of the edit or its cells may delete the edit. ZEFFormatCell says when the memory of dropped
- * cells is given back.
+ * any signal of the edit or its cells may delete the edit. The edit keeps its place in the tab order, and the
+ * first new cell gets the focus if an old one had it.
+ *
+ * Whatever the patterns and the text, an action of the user or a setText() spends at most about 200 ms on
+ * them. A text for which that is not enough counts as one that does not fit.
  *
  * setFocus() without an argument hides a function of QWidget that is not virtual.
  */
@@ -74,8 +78,7 @@ public:
     /*!
      * The present verdict: Acceptable, or Invalid as soon as one cell is empty against its minimum or fails
      * its pattern or final pattern; never Intermediate. An outside validator's verdict on text() replaces
-     * it. Cells that pass in another form (case, coerced characters) are rewritten to it; a form that passes
-     * only in yet another one, and so on, is rewritten at most 16 times.
+     * it. Cells that pass in another form (case, coerced characters) are rewritten to it.
      */
     QValidator::State validate();
     //! A validator for the whole text; not owned; it may die first; null removes it.
@@ -101,12 +104,21 @@ public:
     int alternateId() const;
     //! The pattern stored under \a id; empty when there is none.
     QString alternatePattern(int id) const;
-    //! The lowest id whose pattern matches the whole of \a text; 0 when there is none.
+    //! The lowest id whose pattern matches the whole of \a text; 0 when there is none, and for a text of more
+    //! than 10,000 characters.
     int checkAlternates(const QString& text) const;
 
     //! restoreFocus()
     void setFocus();
     using QWidget::setFocus;
+
+    /*!
+     * Whether Ctrl+V, Shift+Insert and the platform's other keys for Paste act as ZEFFormatCell::paste(),
+     * which spreads what is too long for the cell over the row. At first they fill the cell alone. A form
+     * turns it on by a dynamic property "keyboardPasteSpreads".
+     */
+    bool keyboardPasteSpreads() const;
+    void setKeyboardPasteSpreads(bool on);
 
     //! ZEFFormatCell::setBottomHighlight() for the present cells.
     void setCellBottomHighlight(int height, const QColor& colour);
@@ -134,7 +146,8 @@ Q_SIGNALS:
 public Q_SLOTS:
     /*!
      * Spreads \a text over the cells: group 1 of the master pattern goes to the first cell, and so on.
-     * False, and nothing changed, when the text does not fit; white space around it is no obstacle.
+     * False, and nothing changed, when the text does not fit or has more than 10,000 characters; white space
+     * around it is no obstacle and does not count.
      */
     virtual bool setText(const QString& text);
     //! Replaces all cells and separators. What was typed is gone, and no signal is emitted.
@@ -153,7 +166,8 @@ public Q_SLOTS:
     virtual void editorTextChanged(int id);
     //! Puts text() on the clipboard, and on the selection clipboard where there is one.
     virtual void copy();
-    //! setText() with the selection clipboard's text, or else the clipboard's.
+    //! setText() with the selection clipboard's text, or else the clipboard's. Pasted by the user in a cell,
+    //! it leaves cells alone that are read-only or disabled.
     virtual void paste();
     //! copy() and clear(), unless there is no text.
     virtual void cut();
@@ -176,37 +190,16 @@ protected:
     void childEvent(QChildEvent* e) override;
 
     //! For a subclass that collects text; emptied whenever a cell's text changes.
-    QString m_pendingText;
+    QString pendingText() const;
+    void setPendingText(const QString& text);
     //! text() while all cells are empty; a subclass may set it.
-    QString m_fallbackText;
-    //! The value of alternateId(); a subclass may set it.
-    int m_alternateId = 0;
+    QString fallbackText() const;
+    void setFallbackText(const QString& text);
+    //! Sets alternateId(), which nothing else does.
+    void setAlternateId(int id);
 
 private:
     Q_DISABLE_COPY_MOVE(ZEFFormatEdit)
-    friend class FormatEditBuilder;
-    friend class ZEFFormatCell;
-
-    void clearCells();
-    //! Forgets a cell that somebody else deletes or takes away.
-    void forgetCell(const QObject* cell);
-    void focusCell(int index, int cursor, QKeyEvent* e);
-    void setMargin(void (QMargins::*set)(int), int margin);
-
-    QString m_format;
-    QString m_ignore;
-    QString m_masterRegexp;
-    QList<ZEFFormatCell*> m_cells;
-    QPointer<ZEFFormatCell> m_savedFocus;
-    QValidator::State m_state = QValidator::Invalid;
-    bool m_globallySelected = false;
-    int m_enforceCase = 0;
-    QMap<int, QRegularExpression> m_alternates;
-    QPointer<const QValidator> m_validator;
-    //! Counts what changes the list of cells, so that a loop over them notices what happened under it.
-    unsigned int m_generation = 0;
-    //! Counts the changes of texts, so that an older verdict does not replace a newer one.
-    unsigned int m_changes = 0;
-    int m_forwardedKeys = 0;
-    int m_revalidations = 0;
+    friend class ZEFFormatEditPrivate;
+    std::unique_ptr<ZEFFormatEditPrivate> d;
 };

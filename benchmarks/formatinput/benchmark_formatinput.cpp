@@ -1,14 +1,21 @@
 // parse_ratio             building a row of four cells from a format : the same widgets by hand; at most 1.3
-// keystroke_ratio         a key in a cell, validity announced : a key in a plain line edit; at most 2.5
-// search_ms               a coercion search over 100,000 distinct texts, in milliseconds; well under 500
+// keystroke_ratio         a key in a cell, validity announced : a key in a plain line edit with the same
+//                         validator; at most 1.3
+// rebuild_ms              rebuilding a visible row of 1,000 cells, in milliseconds; at most 100
+// rebuild_ratio           that : twice a row of 500 cells; about 1
+// ranges_<pattern>_ms     the slowest of 20 keys in a cell with 20 coercions, in milliseconds; at most 5
+// refusal_<text>_ms       a text that does not fit, for two or five cells; at most 100
+// paste_ms                a paste of 64 MiB; at most 100
+// slow_text_ms            setText() over 20 cells whose final pattern is slow; at most 200
+// slow_key_ms             a key in such a row; at most 200
 // megabyte_ratio          reading a format of 1 MiB : eight times one of 128 KiB; about 1
 //
-// Run it with QT_QPA_PLATFORM=offscreen.
+// All in processor time of this program. Run it with QT_QPA_PLATFORM=offscreen.
 
 #include <ZEFFormatCell.h>
 #include <ZEFFormatEdit.h>
 
-#include <QtCore/QElapsedTimer>
+#include <QtGui/QClipboard>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QRegularExpressionValidator>
 #include <QtWidgets/QApplication>
@@ -17,6 +24,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -30,10 +38,9 @@ const QString format = u"{5}([A-Z0-9]*)-{5}([A-Z0-9]*)-{5}([A-Z0-9]*)-{5}([A-Z0-
 
 double nanoseconds(const std::function<void()>& run)
 {
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     run();
-    return double(timer.nsecsElapsed());
+    return double(std::clock() - start) * 1e9 / CLOCKS_PER_SEC;
 }
 
 double median(std::vector<double> values)
@@ -58,9 +65,9 @@ double ratio(const std::function<void()>& measured, const std::function<void()>&
     return median(ratios);
 }
 
-void report(const char* name, double value)
+void report(const QByteArray& name, double value)
 {
-    std::printf("%s %.2f\n", name, value);
+    std::printf("%s %.2f\n", name.constData(), value);
     std::fflush(stdout);
 }
 
@@ -128,19 +135,89 @@ void benchKeystroke()
         std::printf("keystroke_ratio is void\n");
 }
 
-void benchSearch()
+void benchRebuild()
 {
-    // Of 2^17 reachable texts more than 100,000 are tried before this one.
-    ZEFFormatCell cell(nullptr, nullptr);
-    for (int i = 0; i < 17; ++i)
-        cell.setEquivs(u"01"_s);
-    cell.setFinalRegExp(u"1{16}0|2"_s);
+    QWidget window;
+    auto* edit = new ZEFFormatEdit(&window);
+    (new QHBoxLayout(&window))->addWidget(edit);
+    window.show();
+    QCoreApplication::processEvents();
+    const QString cell = u"{2}(\\d*)-"_s;
+    const auto rebuild = [&](int cells) {
+        edit->setFormat(cell.repeated(cells));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    };
+    std::vector<double> ratios;
     std::vector<double> times;
-    for (int round = 0; round < 5; ++round) {
-        cell.setText(QString(17, u'0'));
-        times.push_back(nanoseconds([&] { cell.validate(); }));
+    for (int round = 0; round < 11; ++round) {
+        // Each replaces a row of its own length.
+        rebuild(500);
+        const double half = nanoseconds([&] { rebuild(500); });
+        rebuild(1000);
+        times.push_back(nanoseconds([&] { rebuild(1000); }));
+        ratios.push_back(times.back() / (2 * half));
     }
-    report("search_ms", median(times) / 1e6);
+    report("rebuild_ms", median(times) / 1e6);
+    report("rebuild_ratio", median(ratios));
+}
+
+void benchRanges()
+{
+    const std::pair<const char*, QString> patterns[] = {
+        {"letters", u"[A-Z]*"_s},
+        {"twenty_letters", u"[A-Z]{20}"_s},
+        {"last_letter", u"[A-Z0-9]{19}[A-Z]"_s},
+        {"too_long", u"[A-Z0-9]{21}"_s},
+    };
+    for (const auto& [name, finalPattern] : patterns) {
+        double slowest = 0;
+        for (int round = 0; round < 5; ++round) {
+            ZEFFormatEdit edit(nullptr);
+            edit.setFormat(u"{"_s + u"1:0O|"_s.repeated(20) + u"}([A-Z0-9]*)("_s + finalPattern + u')');
+            for (int i = 0; i < 20; ++i) {
+                const double time = nanoseconds([&] { press(edit.editor(0), Qt::Key_0, u"0"_s); });
+                slowest = round == 0 ? std::max(slowest, time) : slowest;
+            }
+        }
+        report(QByteArray("ranges_") + name + "_ms", slowest / 1e6);
+    }
+}
+
+void benchRefusals()
+{
+    const QString two = u"{3}(\\d*)-{4}(\\d*)"_s;
+    const QString five = u"{3}(\\d*)-{3}(\\d*)-{3}(\\d*)-{3}(\\d*)-{3}(\\d*)"_s;
+    const QString letters = u"{3}(\\p{L}*)-{4}(\\p{L}*)"_s;
+    const auto refuse = [](const char* name, const QString& cells, const QString& text) {
+        ZEFFormatEdit edit(nullptr);
+        edit.setFormat(cells);
+        report(QByteArray("refusal_") + name + "_ms", nanoseconds([&] { edit.setText(text); }) / 1e6);
+    };
+    refuse("two_9999", two, QString(9999, u'7') + u'x');
+    refuse("five_9999", five, QString(9999, u'7') + u'x');
+    refuse("letters_9999", letters, QString(9999, u'a') + u'1');
+    refuse("two_64MiB", two, QString(64 * 1024 * 1024, u'7') + u'x');
+
+    ZEFFormatEdit edit(nullptr);
+    edit.setFormat(two);
+    QGuiApplication::clipboard()->setText(QString(64 * 1024 * 1024, u'7'));
+    report("paste_ms", nanoseconds([&] { edit.editor(0)->paste(); }) / 1e6);
+    QGuiApplication::clipboard()->clear();
+}
+
+void benchSlowPatterns()
+{
+    ZEFFormatEdit edit(nullptr);
+    const QString cell = u"{30}([ab]*)(\\(\\(a|b\\)+\\)+[cd])-"_s;
+    edit.setFormat(cell.repeated(20));
+    for (int i = 0; i < edit.lineEditCount(); ++i) {
+        for (int range = 0; range < 20; ++range)
+            edit.editor(i)->setEquivs(u"ab"_s);
+    }
+    const QString text = QStringList(20, QString(30, u'a')).join(u'-');
+    report("slow_text_ms", nanoseconds([&] { edit.setText(text); }) / 1e6);
+    report("slow_key_ms", nanoseconds([&] { press(edit.editor(0), Qt::Key_Backspace, QString()); }) / 1e6);
 }
 
 void benchLongFormats()
@@ -165,8 +242,13 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setStyle(u"Fusion"_s);
     benchParse();
+    if (qEnvironmentVariableIsSet("ONLYPARSE"))
+        return 0;
     benchKeystroke();
-    benchSearch();
+    benchRebuild();
+    benchRanges();
+    benchRefusals();
+    benchSlowPatterns();
     benchLongFormats();
     return 0;
 }
