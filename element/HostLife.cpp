@@ -9,11 +9,8 @@
 #include "HostLife.h"
 
 #include "ZEFUIElementPrivate.h"
-#include "debugOutput.h"
 
 #include <ZEFBase.h>
-
-#include <platform/ForegroundWindow.h>
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QThread>
@@ -221,25 +218,6 @@ void ZEFUIElement::widgetDestroyed()
     d->widget = nullptr;
 }
 
-void ZEFUIElement::show()
-{
-    bringToFront(true);
-}
-
-bool ZEFUIElement::bringToFront(bool)
-{
-    if (!d->widget)
-        return false;
-    if (!d->widget->isVisible()) {
-        const QPointer<ZEFUIElement> self(this);
-        const HostLife::Work work(d->widget, this);
-        d->widget->show();
-        if (!self || !d->widget)
-            return false;
-    }
-    return ForegroundWindow::stepInFrontOf(d->clientPID, d->widget);
-}
-
 void ZEFUIElement::housekeeping()
 {
     if (!d->widget) {
@@ -255,31 +233,11 @@ void ZEFUIElement::housekeeping()
         return;
     }
     if (d->geometryPending && d->mayRaise) {
-        const QPointer<ZEFUIElement> self(this);
-        const HostLife::Work work(d->widget, this);
-        d->widget->resize(d->savedSize);
-        if (self && d->widget)
-            d->widget->move(d->savedPosition);
-        if (self && d->widget)
-            activateAndRaise();
-        if (self)
-            d->geometryPending = false;
+        d->restoreGeometry(this);
         return;
     }
     if (d->mayRaise)
         bringToFront(false);
     else
         ZEFBase::logDebug(QStringLiteral("Not Bringing to front!"));
-}
-
-void ZEFUIElement::activateAndRaise()
-{
-    // The line names the dialog class for every kind of host; those who read logs look for it.
-    ZEFBase::logDebug(QStringLiteral("ZEFUIDialog Activate and raise window %1").arg(hexAddress(this)));
-    if (!d->widget)
-        return;
-    const QPointer<QWidget> widget(d->widget);
-    widget->activateWindow();
-    if (widget)
-        widget->raise();
 }

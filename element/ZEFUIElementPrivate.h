@@ -27,6 +27,8 @@ public:
     //! For the hosts, and for tests of states that no operation of the library sets.
     static ZEFUIElementPrivate* get(const ZEFUIElement* element) { return element->d.get(); }
 
+    //! Part of the tick: applies the saved size and position.
+    void restoreGeometry(ZEFUIElement* element);
     //! The text from which interpolation made \a text, or \a text itself.
     QString templateOf(const QString& text) const;
     void interpolateWidget(ZEFUIElement* element, QWidget* target, const ZEFDictionaryList& dictionaries,
