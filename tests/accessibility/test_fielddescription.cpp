@@ -91,11 +91,13 @@ void TestFieldDescription::hiddenWithItsFrame()
     auto* field = host.findChild<QLineEdit*>(u"field"_s);
     host.findChild<QLabel*>(u"message"_s)->show();
     host.show();
-    auto* frame = host.findChild<QWidget*>(u"frame"_s);
-    frame->hide();
-    QCOMPARE(field->accessibleDescription(), u"Letters only"_s);
-    frame->show();
-    QCOMPARE(field->accessibleDescription(), u"No digits, please."_s);
+    for (const QString& name : {u"frame"_s, u"outerFrame"_s}) {
+        auto* frame = host.findChild<QWidget*>(name);
+        frame->hide();
+        QCOMPARE(field->accessibleDescription(), u"Letters only"_s);
+        frame->show();
+        QCOMPARE(field->accessibleDescription(), u"No digits, please."_s);
+    }
 }
 
 void TestFieldDescription::withoutItsLabel()
