@@ -43,6 +43,8 @@ void TestFieldDescription::describedWhileTheMessageIsShown()
     // Already before the form is shown
     QCOMPARE(m_key->accessibleDescription(), u"Three groups."_s);
     QCOMPARE(m_name->accessibleDescription(), QString());
+    m_keyMessage->hide();
+    QCOMPARE(m_key->accessibleDescription(), QString());
     m_dialog->show();
     QCOMPARE(m_name->accessibleDescription(), QString());
     m_dialog->element()->showChild(u"nameMessage"_s);
