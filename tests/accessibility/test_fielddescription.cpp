@@ -43,6 +43,8 @@ void TestFieldDescription::describedWhileTheMessageIsShown()
     // Already before the form is shown
     QCOMPARE(m_key->accessibleDescription(), u"Three groups."_s);
     QCOMPARE(m_name->accessibleDescription(), QString());
+    m_keyMessage->hide();
+    QCOMPARE(m_key->accessibleDescription(), QString());
     m_dialog->show();
     QCOMPARE(m_name->accessibleDescription(), QString());
     m_dialog->element()->showChild(u"nameMessage"_s);
@@ -91,11 +93,13 @@ void TestFieldDescription::hiddenWithItsFrame()
     auto* field = host.findChild<QLineEdit*>(u"field"_s);
     host.findChild<QLabel*>(u"message"_s)->show();
     host.show();
-    auto* frame = host.findChild<QWidget*>(u"frame"_s);
-    frame->hide();
-    QCOMPARE(field->accessibleDescription(), u"Letters only"_s);
-    frame->show();
-    QCOMPARE(field->accessibleDescription(), u"No digits, please."_s);
+    for (const QString& name : {u"frame"_s, u"outerFrame"_s}) {
+        auto* frame = host.findChild<QWidget*>(name);
+        frame->hide();
+        QCOMPARE(field->accessibleDescription(), u"Letters only"_s);
+        frame->show();
+        QCOMPARE(field->accessibleDescription(), u"No digits, please."_s);
+    }
 }
 
 void TestFieldDescription::withoutItsLabel()
