@@ -76,11 +76,9 @@ void FormatEditBuilder::addCell(const FormatCell& format)
         return;
     auto* cell = new ZEFFormatCell(m_edit, nullptr);
     ZEFFormatCellPrivate* cellData = ZEFFormatCellPrivate::get(cell);
-    if (m_tenCharacters == 0)
-        m_tenCharacters = cellData->tenCharacters(*cell);
     cell->setRegexp(format.pattern);
     cell->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
-    cellData->setMaxLength(format.maxLength, m_tenCharacters);
+    cell->setMaxLength(format.maxLength);
     if (format.minLength >= 0)
         cell->setMinLength(format.minLength);
     cell->setId(static_cast<int>(edit->cells.size()));
@@ -124,7 +122,8 @@ void FormatEditBuilder::place(QWidget* widget)
 {
     if (m_edit->layout())
         m_edit->layout()->addWidget(widget);
-    m_placed.append(widget);
+    if (m_edit->isVisible())
+        m_placed.append(widget);
 }
 
 void FormatEditBuilder::finish(QWidget* before)
@@ -135,7 +134,7 @@ void FormatEditBuilder::finish(QWidget* before)
         before = cell;
     }
     // A layout shows a new widget only when events run again; the user may be typing right now.
-    if (m_edit->isVisible()) {
+    if (!m_placed.isEmpty()) {
         // Each widget that is shown would have the layout arrange the whole row.
         const QPointer<QLayout> layout(m_edit->layout());
         const bool enabled = layout && layout->isEnabled();

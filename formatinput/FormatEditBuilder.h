@@ -13,7 +13,6 @@
 //! Makes the cells and separators of a format; for an alternate it only reports mistakes.
 class FormatEditBuilder : public FormatBuilder {
 public:
-    //! The row comes behind \a before in the tab order.
     FormatEditBuilder(ZEFFormatEdit* edit, bool widgets);
 
     void addSeparator(const QString& text) override;
@@ -36,6 +35,4 @@ private:
     QList<QPointer<QWidget>> m_placed;
     ZEFFormatCell* m_lastCell = nullptr;
     int m_separators = 0;
-    //! The font is the same for all cells, and measuring it costs as much as a cell.
-    int m_tenCharacters = 0;
 };

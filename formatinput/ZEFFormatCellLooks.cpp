@@ -17,6 +17,34 @@ constexpr int maxHighlightHeight = std::numeric_limits<qint16>::max();
 // Qt takes one pixel more for no width at all.
 constexpr qint64 maxCellWidth = QWIDGETSIZE_MAX - 1;
 
+// Measuring a text costs a twelfth of a whole row of four cells, and the cells of all forms share few fonts.
+// It goes with the application, as fonts have to, and when fonts come or go.
+class Measurement : public QObject { // clazy:exclude=missing-qobject-macro
+public:
+    explicit Measurement(const QWidget& widget)
+        : QObject(qApp)
+        , font(widget.font())
+        , dpi(widget.logicalDpiX())
+        , width(widget.fontMetrics().boundingRect(QStringLiteral("XXXWWWWWWW")).width())
+    {
+        connect(qApp, &QGuiApplication::fontDatabaseChanged, this, [this] { delete this; });
+    }
+
+    const QFont font;
+    const int dpi;
+    const int width;
+};
+
+int tenCharactersWidth(const QWidget& widget)
+{
+    static QPointer<Measurement> last;
+    if (!last || last->dpi != widget.logicalDpiX() || last->font != widget.font()) {
+        delete last;
+        last = new Measurement(widget);
+    }
+    return last->width;
+}
+
 QColor optionalBase()
 {
     const QColor toolTip = QToolTip::palette().color(QPalette::Base);
@@ -28,26 +56,16 @@ QColor optionalBase()
 
 } // namespace
 
-int ZEFFormatCellPrivate::tenCharacters(const QWidget& widget)
-{
-    return widget.fontMetrics().boundingRect(QStringLiteral("XXXWWWWWWW")).width();
-}
-
-void ZEFFormatCellPrivate::setMaxLength(int length, int tenCharacters)
-{
-    const Use use(q);
-    const QPointer<ZEFFormatCell> self(q);
-    const int atLeastNone = std::max(length, 0);
-    q->QLineEdit::setMaxLength(atLeastNone);
-    if (!self)
-        return;
-    const qint64 width = qint64(tenCharacters) * (qint64(atLeastNone) + 1) / 10 + 10;
-    q->setFixedWidth(static_cast<int>(std::min(width, maxCellWidth)));
-}
-
 void ZEFFormatCell::setMaxLength(int length)
 {
-    d->setMaxLength(length, d->tenCharacters(*this));
+    const ZEFFormatCellPrivate::Use use(this);
+    const QPointer<ZEFFormatCell> self(this);
+    const int atLeastNone = std::max(length, 0);
+    QLineEdit::setMaxLength(atLeastNone);
+    if (!self)
+        return;
+    const qint64 width = qint64(tenCharactersWidth(*this)) * (qint64(atLeastNone) + 1) / 10 + 10;
+    setFixedWidth(static_cast<int>(std::min(width, maxCellWidth)));
 }
 
 void ZEFFormatCell::setMinLength(int length)

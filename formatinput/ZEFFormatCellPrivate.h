@@ -48,9 +48,6 @@ public:
     void watchSignals();
     void receiverAdded();
 
-    //! The width of ten average wide characters.
-    static int tenCharacters(const QWidget& widget);
-    void setMaxLength(int length, int tenCharacters);
     void addOwnCoercion(const QString& pairs, int start);
     //! The form in which \a text passes; none when it does not.
     std::optional<QString> acceptedForm(const QString& text);
