@@ -50,13 +50,17 @@ QByteArray largeForm()
         case 1:
             form += "    <widget class=\"QLineEdit\" name=\"edit" + number + "\">\n"
                 + textProperty("toolTip", "The name as it stands in the letter")
+                + textProperty("accessibleName", "Name")
                 + "      <property name=\"maxLength\">\n       <number>80</number>\n      </property>\n";
             break;
         case 2:
             form += "    <widget class=\"ZEFFormatEdit\" name=\"format" + number + "\">\n"
                 + textProperty("format",
                                "{2,4}([A-Z0-9]*)([A-Z]{2}[0-9]{0," + QByteArray::number(i % 40 / 2)
-                                   + "})-{4}(\\d*)");
+                                   + "})-{4}(\\d*)")
+                + textProperty("accessibleName", "Number")
+                + "      <property name=\"layoutDirection\">\n       <enum>Qt::LeftToRight</enum>\n      "
+                  "</property>\n";
             break;
         default:
             form += "    <widget class=\"ZEFLightStdSSButton\" name=\"button" + number + "\">\n"
@@ -85,7 +89,7 @@ Project companions()
     project.values.append(values);
     Translation translation;
     translation.locale = u"de"_s;
-    for (const char* text : {"Change…", "The name as it stands in the letter"})
+    for (const char* text : {"Change…", "Name", "Number", "The name as it stands in the letter"})
         translation.translated.insert(u"Large\x04"_s + QString::fromUtf8(text) + u'\x04');
     project.translations.append(translation);
     Delegate delegate;

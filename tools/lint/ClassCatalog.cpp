@@ -201,12 +201,21 @@ QStringList ClassCatalog::qtClassNames()
 bool ClassCatalog::takesFocus(const QMetaObject* meta)
 {
     // The tests compare it with the widgets themselves.
-    const char* const families[] = {
+    static const Families takers{
         "QAbstractButton", "QAbstractScrollArea", "QAbstractSpinBox", "QCalendarWidget", "QComboBox",
         "QDial",           "QKeySequenceEdit",    "QLineEdit",        "QSlider",         "QTabWidget"};
-    return !inherits(meta, "QMdiArea")
-        && std::any_of(std::begin(families), std::end(families),
-                       [&](const char* family) { return inherits(meta, family); });
+    return takers.contain(meta) && !inherits(meta, "QMdiArea");
+}
+
+bool ClassCatalog::Families::contain(const QMetaObject* meta) const
+{
+    const auto known = m_known.constFind(meta);
+    if (known != m_known.cend())
+        return *known;
+    const bool contains = std::any_of(m_classNames.cbegin(), m_classNames.cend(),
+                                      [&](const char* name) { return inherits(meta, name); });
+    m_known.insert(meta, contains);
+    return contains;
 }
 
 bool ClassCatalog::inherits(const QMetaObject* meta, const char* className)

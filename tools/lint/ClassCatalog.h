@@ -2,8 +2,12 @@
 
 #include "Form.h"
 
+#include <QtCore/QHash>
+#include <QtCore/QList>
 #include <QtCore/QMetaObject>
 #include <QtCore/QStringList>
+
+#include <initializer_list>
 
 //! The classes that the library's form loader can create, without creating any.
 namespace ClassCatalog {
@@ -37,6 +41,21 @@ QStringList qtClassNames();
 
 //! Whether a new widget of the class takes the keyboard focus, before the form says anything of it.
 bool takesFocus(const QMetaObject* meta);
+
+//! Some classes and all that derive from them. A form has many widgets of few classes: each is looked at
+//! once.
+class Families {
+public:
+    Families(std::initializer_list<const char*> classNames)
+        : m_classNames(classNames)
+    {
+    }
+    bool contain(const QMetaObject* meta) const;
+
+private:
+    QList<const char*> m_classNames;
+    mutable QHash<const QMetaObject*, bool> m_known;
+};
 
 //! Whether \a meta is the class called \a className or derives from it.
 bool inherits(const QMetaObject* meta, const char* className);

@@ -17,7 +17,8 @@ enum class Focus { None, Click, Tab };
 
 bool isLabel(const FormWidget& widget)
 {
-    return ClassCatalog::inherits(widget.created, "QLabel");
+    static const ClassCatalog::Families labels{"QLabel"};
+    return labels.contain(widget.created);
 }
 
 QString valueOf(const FormWidget& widget, QLatin1String name)
@@ -76,12 +77,10 @@ QStringList textsOf(const FormWidget& widget)
 //! What the controls of the form say that the keyboard reaches.
 QSet<QString> textsForTheKeyboard(const Form& form)
 {
+    static const ClassCatalog::Families actors{"QAbstractButton", "ZEFHyperlinkLabel", "ZEFFlatButton"};
     QSet<QString> texts;
     for (const FormWidget& widget : form.widgets) {
-        const bool acts = ClassCatalog::inherits(widget.created, "QAbstractButton")
-            || ClassCatalog::inherits(widget.created, "ZEFHyperlinkLabel")
-            || ClassCatalog::inherits(widget.created, "ZEFFlatButton");
-        if (!acts || focusOf(widget) != Focus::Tab)
+        if (!actors.contain(widget.created) || focusOf(widget) != Focus::Tab)
             continue;
         for (const QString& text : textsOf(widget))
             texts.insert(text);
@@ -113,16 +112,13 @@ void reportMouseOnly(const Project& project, QLatin1String rule, Findings* findi
 //! Whether the user works with the widget, and not only reads it.
 bool isControl(const FormWidget& widget)
 {
-    const QMetaObject* meta = widget.created;
-    // What it shows is read, and its links have texts.
-    if (ClassCatalog::inherits(meta, "QTextBrowser"))
-        return false;
-    const char* const families[] = {
+    static const ClassCatalog::Families controls{
         "QAbstractButton", "QAbstractItemView", "QAbstractSpinBox", "QComboBox", "QKeySequenceEdit",
         "QLineEdit",       "QPlainTextEdit",    "QTextEdit",        "QSlider",   "QDial",
         "ZEFFlatButton",   "ZEFFormatEdit",     "ZEFToggleButton"};
-    return std::any_of(std::begin(families), std::end(families),
-                       [&](const char* family) { return ClassCatalog::inherits(meta, family); });
+    // What it shows is read, and its links have texts.
+    static const ClassCatalog::Families browsers{"QTextBrowser"};
+    return controls.contain(widget.created) && !browsers.contain(widget.created);
 }
 
 //! The properties that name a control of this class.
@@ -175,21 +171,25 @@ void checkMnemonics(const Project& project, QLatin1String rule, Findings* findin
 {
     for (const Form& form : project.forms) {
         QHash<QString, const FormWidget*> byName;
-        for (const FormWidget& widget : form.widgets) {
-            if (!byName.contains(widget.name))
-                byName.insert(widget.name, &widget);
-        }
+        const auto find = [&](const QString& name) {
+            if (byName.isEmpty()) {
+                // The first of a name, as Qt finds it
+                for (auto widget = form.widgets.crbegin(); widget != form.widgets.crend(); ++widget)
+                    byName.insert(widget->name, &*widget);
+            }
+            return byName.value(name);
+        };
         for (const FormWidget& label : form.widgets) {
-            const FormProperty* buddy = label.property("buddy"_L1);
-            const QChar key = mnemonicOf(valueOf(label, "text"_L1));
-            if (!buddy || key.isNull() || !isLabel(label))
+            const FormProperty* buddy = isLabel(label) ? label.property("buddy"_L1) : nullptr;
+            const QChar key = buddy ? mnemonicOf(valueOf(label, "text"_L1)) : QChar();
+            if (key.isNull())
                 continue;
             const auto report = [&](const QString& problem) {
                 findings->append(
                     {rule, form.path, buddy->value.line,
                      u"Alt+"_s + key.toUpper() + u" of \"" + label.name + u"\" does nothing: " + problem});
             };
-            const FormWidget* target = byName.value(buddy->value.text);
+            const FormWidget* target = find(buddy->value.text);
             if (!target) {
                 report(u"no widget is named \"" + buddy->value.text + u"\". Correct its buddy.");
             } else if (focusOf(*target) == Focus::None
@@ -205,9 +205,8 @@ void checkMnemonics(const Project& project, QLatin1String rule, Findings* findin
 void checkLabelsForTheMouse(const Project& project, QLatin1String rule, Findings* findings)
 {
     const auto isForTheMouse = [](const FormWidget& widget) {
-        return (ClassCatalog::inherits(widget.created, "ZEFHyperlinkLabel")
-                || ClassCatalog::inherits(widget.created, "ZEFFlatButton"))
-            && focusOf(widget) != Focus::Tab;
+        static const ClassCatalog::Families labels{"ZEFHyperlinkLabel", "ZEFFlatButton"};
+        return labels.contain(widget.created) && focusOf(widget) != Focus::Tab;
     };
     reportMouseOnly(project, rule, findings, isForTheMouse, [](const FormWidget& widget) -> QString {
         const QString what = ClassCatalog::inherits(widget.created, "ZEFHyperlinkLabel")
@@ -221,7 +220,8 @@ void checkLabelsForTheMouse(const Project& project, QLatin1String rule, Findings
 void checkTogglesForTheMouse(const Project& project, QLatin1String rule, Findings* findings)
 {
     const auto isForTheMouse = [](const FormWidget& widget) {
-        return ClassCatalog::inherits(widget.created, "ZEFToggleButton");
+        static const ClassCatalog::Families toggles{"ZEFToggleButton"};
+        return toggles.contain(widget.created);
     };
     reportMouseOnly(project, rule, findings, isForTheMouse, [](const FormWidget& widget) -> QString {
         return u"the toggle button \"" + widget.name
@@ -235,7 +235,7 @@ void checkControlNames(const Project& project, QLatin1String rule, Findings* fin
     for (const Form& form : project.forms) {
         QSet<QString> buddies;
         for (const FormWidget& widget : form.widgets) {
-            if (const FormProperty* buddy = widget.property("buddy"_L1); buddy && isLabel(widget))
+            if (const FormProperty* buddy = isLabel(widget) ? widget.property("buddy"_L1) : nullptr)
                 buddies.insert(buddy->value.text);
         }
         for (const FormWidget& widget : form.widgets) {

@@ -20,11 +20,9 @@ QString enumerator(const QString& value)
 
 bool showsText(const FormWidget& widget, const QSet<QString>& filled)
 {
-    const QMetaObject* meta = widget.created;
-    const char* const always[] = {"QLineEdit", "QComboBox", "QAbstractSpinBox", "QKeySequenceEdit",
-                                  "ZEFFormatEdit"};
-    if (std::any_of(std::begin(always), std::end(always),
-                    [&](const char* family) { return ClassCatalog::inherits(meta, family); }))
+    static const ClassCatalog::Families inputs{"QLineEdit", "QComboBox", "QAbstractSpinBox",
+                                               "QKeySequenceEdit", "ZEFFormatEdit"};
+    if (inputs.contain(widget.created))
         return true;
     for (const QLatin1String name : {"text"_L1, "title"_L1, "description"_L1, "offText"_L1, "onText"_L1}) {
         const FormProperty* text = widget.property(name);
@@ -38,9 +36,10 @@ bool showsText(const FormWidget& widget, const QSet<QString>& filled)
 
 void checkCommandLinkHeights(const Project& project, QLatin1String rule, Findings* findings)
 {
+    static const ClassCatalog::Families links{"ZEFCommandLinkButton"};
     for (const Form& form : project.forms) {
         for (const FormWidget& widget : form.widgets) {
-            if (!ClassCatalog::inherits(widget.created, "ZEFCommandLinkButton"))
+            if (!links.contain(widget.created))
                 continue;
             const FormProperty* policy = widget.property("sizePolicy"_L1);
             // A command link starts with the policy of a push button.
@@ -56,6 +55,7 @@ void checkCommandLinkHeights(const Project& project, QLatin1String rule, Finding
 
 void checkFormatDirections(const Project& project, QLatin1String rule, Findings* findings)
 {
+    static const ClassCatalog::Families edits{"ZEFFormatEdit"};
     for (const Form& form : project.forms) {
         // A direction counts for everything inside a widget; parents stand before their children.
         QList<bool> isFixed;
@@ -63,7 +63,7 @@ void checkFormatDirections(const Project& project, QLatin1String rule, Findings*
         for (const FormWidget& widget : form.widgets) {
             isFixed.append(widget.property("layoutDirection"_L1)
                            || (widget.parent >= 0 && isFixed.at(widget.parent)));
-            if (isFixed.constLast() || !ClassCatalog::inherits(widget.created, "ZEFFormatEdit"))
+            if (isFixed.constLast() || !edits.contain(widget.created))
                 continue;
             findings->append({rule, form.path, widget.line,
                               u"in Hebrew and Arabic the cells of \"" + widget.name
