@@ -201,9 +201,10 @@ QStringList ClassCatalog::qtClassNames()
 bool ClassCatalog::takesFocus(const QMetaObject* meta)
 {
     // The tests compare it with the widgets themselves.
-    static const Families takers{
-        "QAbstractButton", "QAbstractScrollArea", "QAbstractSpinBox", "QCalendarWidget", "QComboBox",
-        "QDial",           "QKeySequenceEdit",    "QLineEdit",        "QSlider",         "QTabWidget"};
+    static const Families takers{"QAbstractButton",  "QAbstractScrollArea", "QAbstractSpinBox",
+                                 "QCalendarWidget",  "QComboBox",           "QDial",
+                                 "QKeySequenceEdit", "QLineEdit",           "QSlider",
+                                 "QTabWidget",       "ZEFFormatEdit"};
     return takers.contain(meta) && !inherits(meta, "QMdiArea");
 }
 
