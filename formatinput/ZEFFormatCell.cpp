@@ -113,6 +113,7 @@ void ZEFFormatCell::storeSelectOutside(bool on)
 bool ZEFFormatCell::event(QEvent* e)
 {
     const ZEFFormatCellPrivate::Use use(this);
+    d->followChange(e->type());
     return QLineEdit::event(e);
 }
 

@@ -7,6 +7,7 @@
 #include <QtWidgets/QToolTip>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -45,39 +46,101 @@ int tenCharactersWidth(const QWidget& widget)
     return last->width;
 }
 
+//! The ratio of luminances by which readability is measured, from 1 to 21.
+double contrast(const QColor& a, const QColor& b)
+{
+    const auto luminance = [](const QColor& color) {
+        const auto linear = [](float channel) {
+            return channel <= 0.04045F ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+            + 0.0722 * linear(color.blueF());
+    };
+    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+/*!
+ * \a base, or as much nearer to the application's own as its text needs to be read. A program that sets a
+ * dark palette leaves the tool tips light, and its light text would stand on them.
+ */
+QColor readable(const QColor& base)
+{
+    constexpr double leastContrast = 3;
+    constexpr int steps = 10;
+    const QPalette palette = QApplication::palette();
+    const QColor text = palette.color(QPalette::Active, QPalette::Text);
+    const QColor usual = palette.color(QPalette::Active, QPalette::Base);
+    QColor nearer = base;
+    // Colours that the application itself cannot read are its own affair.
+    for (int i = 1; contrast(text, nearer) < leastContrast && contrast(text, usual) >= leastContrast; ++i) {
+        const auto mixed = [i](int from, int to) { return from + (to - from) * i / steps; };
+        nearer = QColor(mixed(base.red(), usual.red()), mixed(base.green(), usual.green()),
+                        mixed(base.blue(), usual.blue()));
+    }
+    return nearer;
+}
+
 QColor optionalBase()
 {
     const QColor toolTip = QToolTip::palette().color(QPalette::Base);
     if (toolTip.rgba() != QApplication::palette().color(QPalette::Active, QPalette::Base).rgba())
-        return toolTip;
-    return QColor(std::max(toolTip.red() - 10, 0), std::max(toolTip.green() - 10, 0),
-                  std::max(toolTip.blue() - 30, 0));
+        return readable(toolTip);
+    return readable(QColor(std::max(toolTip.red() - 10, 0), std::max(toolTip.green() - 10, 0),
+                           std::max(toolTip.blue() - 30, 0)));
 }
 
 } // namespace
+
+void ZEFFormatCellPrivate::fitWidth()
+{
+    const qint64 width = qint64(tenCharactersWidth(*q)) * (qint64(q->maxLength()) + 1) / 10 + 10;
+    fittedWidth = static_cast<int>(std::min(width, maxCellWidth));
+    q->setFixedWidth(fittedWidth);
+}
+
+QColor ZEFFormatCellPrivate::wantedBase() const
+{
+    return minLength == 0 ? optionalBase() : QApplication::palette().color(QPalette::Active, QPalette::Base);
+}
+
+void ZEFFormatCellPrivate::chooseColours()
+{
+    givenBase = wantedBase();
+    if (minLength != 0) {
+        q->setPalette(QApplication::palette());
+        return;
+    }
+    QPalette optional = q->palette();
+    optional.setColor(QPalette::Base, givenBase);
+    q->setPalette(optional);
+}
+
+void ZEFFormatCellPrivate::followChange(QEvent::Type change)
+{
+    // not over colours or a width that somebody else has given it
+    if (change == QEvent::PaletteChange && givenBase.isValid()) {
+        if (q->palette().color(QPalette::Active, QPalette::Base) == givenBase && wantedBase() != givenBase)
+            chooseColours();
+    } else if (change == QEvent::FontChange && q->minimumWidth() == fittedWidth
+               && q->maximumWidth() == fittedWidth) {
+        fitWidth();
+    }
+}
 
 void ZEFFormatCell::setMaxLength(int length)
 {
     const ZEFFormatCellPrivate::Use use(this);
     const QPointer<ZEFFormatCell> self(this);
-    const int atLeastNone = std::max(length, 0);
-    QLineEdit::setMaxLength(atLeastNone);
-    if (!self)
-        return;
-    const qint64 width = qint64(tenCharactersWidth(*this)) * (qint64(atLeastNone) + 1) / 10 + 10;
-    setFixedWidth(static_cast<int>(std::min(width, maxCellWidth)));
+    QLineEdit::setMaxLength(std::max(length, 0));
+    if (self)
+        d->fitWidth();
 }
 
 void ZEFFormatCell::setMinLength(int length)
 {
     d->minLength = length;
-    if (length != 0) {
-        setPalette(QApplication::palette());
-        return;
-    }
-    QPalette optional = palette();
-    optional.setColor(QPalette::Base, optionalBase());
-    setPalette(optional);
+    d->chooseColours();
 }
 
 QPalette ZEFFormatCell::optionalPalette()

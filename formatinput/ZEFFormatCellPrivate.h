@@ -48,6 +48,11 @@ public:
     void watchSignals();
     void receiverAdded();
 
+    void fitWidth();
+    QColor wantedBase() const;
+    void chooseColours();
+    //! Takes over a new font, or the colours that come with a new palette of the application.
+    void followChange(QEvent::Type change);
     void addOwnCoercion(const QString& pairs, int start);
     //! The form in which \a text passes; none when it does not.
     std::optional<QString> acceptedForm(const QString& text);
@@ -79,6 +84,10 @@ public:
     int savedSelectionStart = -1;
     int savedSelectionEnd = -1;
     int savedCursor = 0;
+    //! The base colour of setMinLength(), invalid before.
+    QColor givenBase;
+    //! The width of setMaxLength(), 0 before.
+    int fittedWidth = 0;
     int highlightHeight = 0;
     QColor highlightColour = Qt::white;
 

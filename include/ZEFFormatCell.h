@@ -68,7 +68,8 @@ public:
      */
     void setBottomHighlight(int height, const QColor& colour);
 
-    //! The application palette with the base colour of a tool tip, a little darker where both are the same.
+    //! The application palette with the base colour of a tool tip, a little darker where both are the same,
+    //! and nearer to the application's own where its text could not be read on it (contrast below 3 to 1).
     static QPalette optionalPalette();
     //! The application palette in the colours of a selection. The library itself never uses it.
     static QPalette selectedPalette();
@@ -109,7 +110,8 @@ public Q_SLOTS:
     virtual void setId(int id);
     /*!
      * Limits the text to \a length characters and fixes the cell's width accordingly: average wide
-     * characters for \a length + 1 of them, and 10 pixels. Negative counts as 0.
+     * characters for \a length + 1 of them, and 10 pixels, also when the font changes later. Negative counts
+     * as 0.
      */
     virtual void setMaxLength(int length);
     //! The characters that are swallowed when they are typed.
@@ -127,7 +129,7 @@ public Q_SLOTS:
     //! Only asks, by deleteMe(). To empty the cell, set an empty text.
     virtual void clear();
     //! Stores \a length; an optional cell (0) gets the base colour of optionalPalette(), others the
-    //! application palette.
+    //! application palette, and again whenever the application's palette changes.
     virtual void setMinLength(int length);
     /*!
      * Changes nothing. A subclass that selects whole edits overrides it and calls storeSelectOutside().

@@ -136,6 +136,13 @@ private Q_SLOTS:
     void marksOptionalCells();
     void darkensTheOptionalBase_data();
     void darkensTheOptionalBase();
+    void keepsOptionalTextReadable_data();
+    void keepsOptionalTextReadable();
+    void followsTheApplicationPalette_data();
+    void followsTheApplicationPalette();
+    void keepsColoursOfOthers();
+    void followsItsFont();
+    void keepsAWidthOfOthers();
     void offersASelectedPalette();
     void enforcesCase_data();
     void enforcesCase();
@@ -470,7 +477,7 @@ void TestZEFFormatCell::darkensTheOptionalBase_data()
     QTest::addColumn<QColor>("toolTip");
     QTest::addColumn<QColor>("application");
     QTest::addColumn<QColor>("expected");
-    QTest::addRow("different") << QColor(1, 2, 3) << QColor(200, 201, 202) << QColor(1, 2, 3);
+    QTest::addRow("different") << QColor(255, 255, 220) << QColor(200, 201, 202) << QColor(255, 255, 220);
     QTest::addRow("the same") << QColor(200, 201, 202) << QColor(200, 201, 202) << QColor(190, 191, 172);
     QTest::addRow("the same and white") << QColor(Qt::white) << QColor(Qt::white) << QColor(245, 245, 225);
     QTest::addRow("the same and black") << QColor(Qt::black) << QColor(Qt::black) << QColor(0, 0, 0);
@@ -496,6 +503,134 @@ void TestZEFFormatCell::darkensTheOptionalBase()
     QCOMPARE(optional.color(QPalette::Inactive, QPalette::Base), expected);
     QCOMPARE(optional.color(QPalette::Disabled, QPalette::Base), expected);
     QCOMPARE(optional.color(QPalette::Text), QApplication::palette().color(QPalette::Text));
+}
+
+void TestZEFFormatCell::keepsOptionalTextReadable_data()
+{
+    QTest::addColumn<QColor>("text");
+    QTest::addColumn<QColor>("toolTip");
+    QTest::addColumn<QColor>("application");
+    QTest::addColumn<QColor>("expected");
+    const QColor light(255, 255, 220);
+    const QColor dark(30, 30, 30);
+    QTest::addRow("dark on light") << QColor(Qt::black) << light << QColor(Qt::white) << light;
+    // A program that sets a dark palette leaves the tool tips light.
+    QTest::addRow("light on light") << QColor(Qt::white) << light << dark << QColor(143, 143, 125);
+    QTest::addRow("dark on dark") << QColor(Qt::black) << QColor(1, 2, 3) << QColor(200, 201, 202)
+                                  << QColor(100, 101, 102);
+    QTest::addRow("light on dark") << QColor(Qt::white) << dark << QColor(Qt::black) << dark;
+    // There is nothing to follow in colours that nobody can read.
+    QTest::addRow("an unreadable application")
+        << QColor(120, 120, 120) << QColor(130, 130, 130) << QColor(100, 100, 100) << QColor(130, 130, 130);
+}
+
+void TestZEFFormatCell::keepsOptionalTextReadable()
+{
+    QFETCH(QColor, text);
+    QFETCH(QColor, toolTip);
+    QFETCH(QColor, application);
+    QPalette palette = QToolTip::palette();
+    palette.setColor(QPalette::Base, toolTip);
+    QToolTip::setPalette(palette);
+    palette = QApplication::palette();
+    palette.setColor(QPalette::Base, application);
+    palette.setColor(QPalette::Text, text);
+    QApplication::setPalette(palette);
+    QTEST(ZEFFormatCell::optionalPalette().color(QPalette::Base), "expected");
+    ZEFFormatCell cell(nullptr, nullptr);
+    cell.setMinLength(0);
+    QTEST(cell.palette().color(QPalette::Base), "expected");
+}
+
+void TestZEFFormatCell::followsTheApplicationPalette_data()
+{
+    QTest::addColumn<int>("minLength");
+    QTest::addRow("optional") << 0;
+    QTest::addRow("not optional") << 2;
+    QTest::addRow("nothing said") << -1;
+}
+
+void TestZEFFormatCell::followsTheApplicationPalette()
+{
+    QFETCH(int, minLength);
+    QWidget form;
+    auto* cell = new ZEFFormatCell(&form, nullptr);
+    if (minLength >= 0)
+        cell->setMinLength(minLength);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    QPalette dark = QApplication::palette();
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Text, Qt::white);
+    QApplication::setPalette(dark);
+    const QPalette expected = minLength == 0 ? ZEFFormatCell::optionalPalette() : dark;
+    QTRY_COMPARE(cell->palette().color(QPalette::Base), expected.color(QPalette::Base));
+    QTRY_COMPARE(cell->palette().color(QPalette::Text), QColor(Qt::white));
+    QApplication::setPalette(m_palette);
+    const QPalette back = minLength == 0 ? ZEFFormatCell::optionalPalette() : m_palette;
+    QTRY_COMPARE(cell->palette().color(QPalette::Base), back.color(QPalette::Base));
+    QTRY_COMPARE(cell->palette().color(QPalette::Text), m_palette.color(QPalette::Text));
+}
+
+void TestZEFFormatCell::keepsColoursOfOthers()
+{
+    ZEFFormatCell cell(nullptr, nullptr);
+    cell.setMinLength(0);
+    QPalette own = cell.palette();
+    own.setColor(QPalette::Base, Qt::yellow);
+    cell.setPalette(own);
+    QCOMPARE(cell.palette().color(QPalette::Base), QColor(Qt::yellow));
+    QPalette dark = QApplication::palette();
+    dark.setColor(QPalette::Window, Qt::black);
+    QApplication::setPalette(dark);
+    QTRY_COMPARE(cell.palette().color(QPalette::Window), QColor(Qt::black));
+    QCOMPARE(cell.palette().color(QPalette::Base), QColor(Qt::yellow));
+}
+
+void TestZEFFormatCell::followsItsFont()
+{
+    QWidget form;
+    auto* cell = new ZEFFormatCell(&form, nullptr);
+    cell->setMaxLength(5);
+    const auto expected = [cell] {
+        return cell->fontMetrics().boundingRect(u"XXXWWWWWWW"_s).width() * 6 / 10 + 10;
+    };
+    const int before = cell->minimumWidth();
+    QCOMPARE(before, expected());
+    QFont large;
+    large.setPixelSize(40);
+    form.setFont(large);
+    QCOMPARE(cell->minimumWidth(), expected());
+    QCOMPARE(cell->maximumWidth(), expected());
+    QVERIFY(cell->minimumWidth() > before);
+    // The sheet of a form comes after the format has been read.
+    form.setStyleSheet(u"* { font-size: 50px }"_s);
+    cell->ensurePolished();
+    QCOMPARE(cell->font().pixelSize(), 50);
+    QCOMPARE(cell->minimumWidth(), expected());
+}
+
+void TestZEFFormatCell::keepsAWidthOfOthers()
+{
+    QFont large;
+    large.setPixelSize(40);
+    ZEFFormatCell untouched(nullptr, nullptr);
+    untouched.setFont(large);
+    QCOMPARE(untouched.minimumWidth(), 0);
+    QCOMPARE(untouched.maximumWidth(), QWIDGETSIZE_MAX);
+
+    ZEFFormatCell cell(nullptr, nullptr);
+    cell.setMaxLength(5);
+    cell.setFixedWidth(123);
+    cell.setFont(large);
+    QCOMPARE(cell.minimumWidth(), 123);
+    QCOMPARE(cell.maximumWidth(), 123);
+    cell.setMaxLength(5);
+    cell.setMaximumWidth(QWIDGETSIZE_MAX);
+    const int width = cell.minimumWidth();
+    cell.setFont(QFont());
+    QCOMPARE(cell.minimumWidth(), width);
+    QCOMPARE(cell.maximumWidth(), QWIDGETSIZE_MAX);
 }
 
 void TestZEFFormatCell::offersASelectedPalette()
