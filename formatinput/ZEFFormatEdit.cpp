@@ -523,14 +523,15 @@ bool ZEFFormatEditPrivate::dropRow()
     q->setFocusProxy(nullptr);
     const auto* focused = qobject_cast<ZEFFormatCell*>(q->window()->focusWidget());
     focusDropped = focusDropped || (focused && cells.contains(focused));
-    dropAll(std::exchange(cells, {}));
-    if (!self)
-        return false;
-    // All labels, nested ones too; one may go together with another.
+    const QList<ZEFFormatCell*> dropped = std::exchange(cells, {});
+    // All labels, nested ones too; one may go together with another. Before the cells, as Qt walks over the
+    // whole tab order for each of those.
     const QList<QLabel*> found = q->findChildren<QLabel*>();
     const QList<QPointer<QLabel>> labels(found.cbegin(), found.cend());
     for (const QPointer<QLabel>& label : labels)
         delete label;
+    if (self)
+        dropAll(dropped);
     return self && generation == own;
 }
 

@@ -2220,8 +2220,14 @@ void TestZEFFormatEdit::staysWhereItsCellsWereMovedTo()
     key->setFormat(threeCells);
     QCOMPARE(last->nextInFocusChain(), key);
     QCOMPARE(key->nextInFocusChain(), key->editor(0));
-    QCOMPARE(key->editor(0)->nextInFocusChain(), key->editor(1));
-    QCOMPARE(key->editor(1)->nextInFocusChain(), key->editor(2));
+    const auto nextInTabOrder = [](const QWidget* widget) {
+        do {
+            widget = widget->nextInFocusChain();
+        } while (!(widget->focusPolicy() & Qt::TabFocus));
+        return widget;
+    };
+    QCOMPARE(nextInTabOrder(key->editor(0)), key->editor(1));
+    QCOMPARE(nextInTabOrder(key->editor(1)), key->editor(2));
 }
 
 void TestZEFFormatEdit::keepsTheFocus()
