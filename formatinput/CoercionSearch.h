@@ -17,7 +17,7 @@
  */
 class CoercionSearch {
 public:
-    static constexpr qsizetype maxForms = 10'000;
+    static constexpr qsizetype maxForms = 2'000;
     static constexpr qsizetype maxCharacters = 10'000'000;
 
     using Test = std::function<bool(const QString& text)>;

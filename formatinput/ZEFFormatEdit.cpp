@@ -1,6 +1,5 @@
 #include <ZEFFormatEdit.h>
 
-#include "FormatEditBuilder.h"
 #include "SignatureConnection.h"
 #include "ZEFFormatCellPrivate.h"
 #include "ZEFFormatEditPrivate.h"
@@ -9,7 +8,6 @@
 #include <QtGui/QGuiApplication>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QLabel>
 
 #include <algorithm>
 #include <utility>
@@ -482,77 +480,6 @@ void ZEFFormatEdit::childEvent(QChildEvent* e)
     if (e->removed())
         d->dropForeign(e->child());
     QWidget::childEvent(e);
-}
-
-bool ZEFFormatEdit::parseFormat(const QString& format, int id)
-{
-    // The format may be a reference to what a receiver replaces.
-    const QString source = format;
-    const QPointer<ZEFFormatEdit> self(this);
-    QPointer<QWidget> before = d->neighbourInTabOrder();
-    if (!d->dropRow())
-        return false;
-    FormatEditBuilder builder(this, id == 0);
-    const QString master = FormatParser(source, builder).run();
-    if (id == 0)
-        d->master = BoundedPattern(u'^' + master + u'$');
-    else
-        d->alternates.insert(id, BoundedPattern(master));
-    builder.finish(before ? before : this);
-    if (self)
-        update();
-    // Callers do not look at the result, which has always been false.
-    return false;
-}
-
-QWidget* ZEFFormatEditPrivate::neighbourInTabOrder() const
-{
-    QWidget* before = cells.isEmpty() ? q : cells.constFirst()->previousInFocusChain();
-    while (before != q && (q->isAncestorOf(before) || !(before->focusPolicy() & Qt::TabFocus)))
-        before = before->previousInFocusChain();
-    return before;
-}
-
-bool ZEFFormatEditPrivate::dropRow()
-{
-    const QPointer<ZEFFormatEdit> self(q);
-    const unsigned int own = ++generation;
-    savedFocus = nullptr;
-    nextReceiver = nullptr;
-    globallySelected = false;
-    q->setFocusProxy(nullptr);
-    const auto* focused = qobject_cast<ZEFFormatCell*>(q->window()->focusWidget());
-    focusDropped = focusDropped || (focused && cells.contains(focused));
-    dropAll(std::exchange(cells, {}));
-    if (!self)
-        return false;
-    // All labels, nested ones too; one may go together with another.
-    const QList<QLabel*> found = q->findChildren<QLabel*>();
-    const QList<QPointer<QLabel>> labels(found.cbegin(), found.cend());
-    for (const QPointer<QLabel>& label : labels)
-        delete label;
-    return self && generation == own;
-}
-
-void ZEFFormatEditPrivate::dropAll(const QList<ZEFFormatCell*>& found)
-{
-    const QList<QPointer<ZEFFormatCell>> guarded(found.cbegin(), found.cend());
-    for (const QPointer<ZEFFormatCell>& cell : guarded) {
-        if (cell)
-            CellPrivate::get(cell)->drop();
-    }
-}
-
-void ZEFFormatEditPrivate::dropForeign(const QObject* cell)
-{
-    if (cells.removeIf([cell](const QObject* other) { return other == cell; }) == 0)
-        return;
-    // Its number is that of another cell from now on.
-    QObject::disconnect(cell, nullptr, q, nullptr);
-    ++generation;
-    for (qsizetype i = 0; i < cells.size(); ++i)
-        cells.at(i)->setId(static_cast<int>(i));
-    q->setFocusProxy(cells.value(0));
 }
 
 void ZEFFormatEditPrivate::focusCell(qsizetype index, int cursor, QKeyEvent* e)

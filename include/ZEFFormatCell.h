@@ -82,7 +82,7 @@ public Q_SLOTS:
      * in lower case; the text is rewritten to the form that passed. The minimum length is not asked.
      *
      * Coercion needs a final pattern, and the n-th coercion of a cell is asked about its n-th character only.
-     * It gives up after 10,000 forms, 10 million characters in them, or when the patterns of the present
+     * It gives up after 2,000 forms, 10 million characters in them, or when the patterns of the present
      * action have taken 150 ms altogether; a pattern that is slow for a single text gives up as well. The
      * text then counts as not matched. It is searched again when it or a setting of the cell has changed.
      */

@@ -26,9 +26,9 @@
 
 namespace {
 
-constexpr int mostSteps = 200;
-constexpr int mostCells = 1000;
-constexpr int mostAlternates = 3;
+constexpr int maxSteps = 200;
+constexpr int maxCells = 1000;
+constexpr int maxAlternates = 3;
 
 struct Key {
     char letter;
@@ -196,7 +196,7 @@ bool Scenario::runOnEdit(const FuzzStep& step)
         addAlternate(step.text());
         return true;
     case 'A':
-        FUZZ_REQUIRE(m_edit->checkAlternates(step.text()) <= mostAlternates);
+        FUZZ_REQUIRE(m_edit->checkAlternates(step.text()) <= maxAlternates);
         return true;
     case 'Z':
         m_edit->clearAlternate();
@@ -337,7 +337,7 @@ void Scenario::check() const
 {
     if (!m_edit)
         return;
-    FUZZ_REQUIRE(m_edit->lineEditCount() <= mostCells);
+    FUZZ_REQUIRE(m_edit->lineEditCount() <= maxCells);
     QString joined;
     for (int i = 0; i < m_edit->lineEditCount(); ++i) {
         const ZEFFormatCell* editor = m_edit->editor(i);
@@ -361,7 +361,7 @@ void Scenario::setFormat(const QString& format)
     const Plan plan(format);
     FUZZ_REQUIRE(m_edit->format() == format);
     FUZZ_REQUIRE(m_edit->masterRegexp() == u'^' + plan.master() + u'$');
-    FUZZ_REQUIRE(m_edit->lineEditCount() == std::min<qsizetype>(plan.cells.size(), mostCells));
+    FUZZ_REQUIRE(m_edit->lineEditCount() == std::min<qsizetype>(plan.cells.size(), maxCells));
     FUZZ_REQUIRE(FuzzApplication::takeDebugLines().size()
                  == std::min(plan.mistakes, FuzzApplication::MaximumLines));
     for (int i = 0; i < m_edit->lineEditCount(); ++i) {
@@ -384,7 +384,7 @@ void Scenario::setFormat(const QString& format)
 void Scenario::addAlternate(const QString& pattern)
 {
     const QString master = m_edit->masterRegexp();
-    const int id = static_cast<int>(pattern.size()) % mostAlternates + 1;
+    const int id = static_cast<int>(pattern.size()) % maxAlternates + 1;
     m_edit->addAlternateCheck(pattern, id);
     if (!m_edit)
         return;
@@ -599,7 +599,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     QGuiApplication::clipboard()->clear();
     runInEventLoop([&] {
         Scenario scenario(window());
-        for (const FuzzStep& step : steps.first(std::min<qsizetype>(steps.size(), mostSteps))) {
+        for (const FuzzStep& step : steps.first(std::min<qsizetype>(steps.size(), maxSteps))) {
             scenario.run(step);
             scenario.check();
         }

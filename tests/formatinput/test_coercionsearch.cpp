@@ -1,25 +1,33 @@
 #include "ZEFTest.h"
 
 #include <formatinput/CoercionSearch.h>
+#include <formatinput/MatchingTime.h>
+
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QSet>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
-// No machine is so slow.
-constexpr auto longEnough = 24h;
-
-//! Each of the characters may become each other one.
-CoercionSearch::Vary among(const QString& characters)
+bool always(const QString&)
 {
-    return [characters](int, QChar character) {
-        QString others = characters;
-        return characters.contains(character) ? others.remove(character) : QString();
-    };
+    return true;
 }
 
-CoercionSearch::Passes equals(const QString& wanted)
+//! The same coercion for each of \a count positions.
+std::optional<QString> searched(const QString& text, qsizetype count, const QString& pairs,
+                                const CoercionSearch::Test& passes,
+                                const CoercionSearch::Test& mayStart = always)
+{
+    const ZEFCoercionSpec coercion(pairs, 0, -1);
+    return CoercionSearch(passes, mayStart).run(text, QList<const ZEFCoercionSpec*>(count, &coercion));
+}
+
+CoercionSearch::Test equals(const QString& wanted)
 {
     return [wanted](const QString& text) { return text == wanted; };
 }
@@ -35,57 +43,45 @@ private Q_SLOTS:
     void variesThePositionsOnly();
     void makesEachTextOnce();
     void reachesCharactersThroughOthers();
-    void leavesTheResultAloneWhenNothingPasses();
+    void leavesOutWhatNoTextStartsWith();
     void givesUpBeyondTheCeiling();
-    void findsTheLastOfManyVariants();
     void countsTheCharactersToo();
-    void givesUpAfterTheLongestTime();
+    void givesUpAfterTheTimeOfTheAction();
     void emptyText();
 };
 
 void TestCoercionSearch::testsNearerTextsFirst()
 {
     QStringList tested;
-    QString found;
-    CoercionSearch search(u"000"_s, 3, longEnough);
-    QVERIFY(!search.run(
-        among(u"01"_s),
-        [&](const QString& text) {
-            tested.append(text);
-            return false;
-        },
-        &found));
+    QVERIFY(!searched(u"000"_s, 3, u"0110"_s, [&](const QString& text) {
+        tested.append(text);
+        return false;
+    }));
     QCOMPARE(tested, (QStringList{u"100"_s, u"010"_s, u"001"_s, u"110"_s, u"101"_s, u"011"_s, u"111"_s}));
 }
 
 void TestCoercionSearch::doesNotTestTheTextItself()
 {
-    QString found;
-    QVERIFY(!CoercionSearch(u"00"_s, 2, longEnough).run(among(u"01"_s), equals(u"00"_s), &found));
+    QVERIFY(!searched(u"00"_s, 2, u"0110"_s, equals(u"00"_s)));
 }
 
 void TestCoercionSearch::variesThePositionsOnly()
 {
-    QString found;
-    QVERIFY(!CoercionSearch(u"000"_s, 2, longEnough).run(among(u"01"_s), equals(u"001"_s), &found));
-    QVERIFY(CoercionSearch(u"000"_s, 2, longEnough).run(among(u"01"_s), equals(u"110"_s), &found));
-    QCOMPARE(found, u"110"_s);
+    QVERIFY(!searched(u"000"_s, 2, u"01"_s, equals(u"001"_s)));
+    QCOMPARE(searched(u"000"_s, 2, u"01"_s, equals(u"110"_s)), u"110"_s);
+    // More coercions than characters
+    QCOMPARE(searched(u"0"_s, 9, u"01"_s, equals(u"1"_s)), u"1"_s);
 }
 
 void TestCoercionSearch::makesEachTextOnce()
 {
     QSet<QString> tested;
     int tests = 0;
-    QString found;
-    CoercionSearch search(u"abca"_s, 4, longEnough);
-    QVERIFY(!search.run(
-        among(u"abc"_s),
-        [&](const QString& text) {
-            tested.insert(text);
-            ++tests;
-            return false;
-        },
-        &found));
+    QVERIFY(!searched(u"abca"_s, 4, u"abacbabccacb"_s, [&](const QString& text) {
+        tested.insert(text);
+        ++tests;
+        return false;
+    }));
     QCOMPARE(tests, 3 * 3 * 3 * 3 - 1);
     QCOMPARE(tested.size(), tests);
 }
@@ -93,98 +89,74 @@ void TestCoercionSearch::makesEachTextOnce()
 void TestCoercionSearch::reachesCharactersThroughOthers()
 {
     // a leads to b only, b to c only; in a text of two characters there are two passes.
-    const auto chain = [](int, QChar character) {
-        return character == u'a' ? u"b"_s
-            : character == u'b'  ? u"c"_s
-            : character == u'c'  ? u"d"_s
-                                 : QString();
-    };
-    QString found;
-    QVERIFY(CoercionSearch(u"a-"_s, 1, longEnough).run(chain, equals(u"c-"_s), &found));
-    QCOMPARE(found, u"c-"_s);
-    QVERIFY(!CoercionSearch(u"a-"_s, 1, longEnough).run(chain, equals(u"d-"_s), &found));
+    QCOMPARE(searched(u"a-"_s, 1, u"abbccd"_s, equals(u"c-"_s)), u"c-"_s);
+    QVERIFY(!searched(u"a-"_s, 1, u"abbccd"_s, equals(u"d-"_s)));
 }
 
-void TestCoercionSearch::leavesTheResultAloneWhenNothingPasses()
+void TestCoercionSearch::leavesOutWhatNoTextStartsWith()
 {
-    QString found = u"before"_s;
-    QVERIFY(!CoercionSearch(u"00"_s, 2, longEnough).run(among(u"01"_s), equals(u"22"_s), &found));
-    QCOMPARE(found, u"before"_s);
+    int tests = 0;
+    const auto passes = [&](const QString& text) {
+        ++tests;
+        return text == QString(40, u'1');
+    };
+    const auto mayStart = [](const QString& start) { return !start.contains(u'0'); };
+    QCOMPARE(searched(QString(40, u'0'), 40, u"01"_s, passes, mayStart), QString(40, u'1'));
+    QCOMPARE(tests, 40);
 }
 
 void TestCoercionSearch::givesUpBeyondTheCeiling()
 {
-    // 2^18 texts are reachable; the last one is the 262,143rd.
     const QString start(18, u'0');
-    QString found;
-    QVERIFY(!CoercionSearch(start, 18, longEnough).run(among(u"01"_s), equals(QString(18, u'1')), &found));
+    QVERIFY(!searched(start, 18, u"01"_s, equals(QString(18, u'1'))));
     int tests = 0;
     const auto fails = [&](const QString&) {
         ++tests;
         return false;
     };
-    QVERIFY(!CoercionSearch(start, 18, longEnough).run(among(u"01"_s), fails, &found));
-    QCOMPARE(tests, 200'000);
-
-    const QString near = QString(8, u'1') + QString(10, u'0');
-    QVERIFY(CoercionSearch(start, 18, longEnough).run(among(u"01"_s), equals(near), &found));
-    QCOMPARE(found, near);
-}
-
-void TestCoercionSearch::findsTheLastOfManyVariants()
-{
-    // 2^17 - 1 = 131,071 texts besides the first, and text behind the positions
-    const QString rest(100, u'x');
-    const QString last = QString(17, u'1') + rest;
-    QString found;
-    QVERIFY(
-        CoercionSearch(QString(17, u'0') + rest, 17, longEnough).run(among(u"01"_s), equals(last), &found));
-    QCOMPARE(found, last);
+    QVERIFY(!searched(start, 18, u"01"_s, fails));
+    QCOMPARE(tests, CoercionSearch::maxForms);
+    const QString near = u"111"_s + QString(15, u'0');
+    QCOMPARE(searched(start, 18, u"01"_s, equals(near)), near);
 }
 
 void TestCoercionSearch::countsTheCharactersToo()
 {
-    // 50 texts of a million characters
+    // 10 texts of a million characters
     int tests = 0;
     const auto fails = [&](const QString&) {
         ++tests;
         return false;
     };
-    QString found;
-    CoercionSearch search(QString(1'000'000, u'0'), 100, longEnough);
-    QVERIFY(!search.run(among(u"01"_s), fails, &found));
-    QCOMPARE(tests, 50);
+    QVERIFY(!searched(QString(1'000'000, u'0'), 100, u"01"_s, fails));
+    QCOMPARE(tests, 10);
 }
 
-void TestCoercionSearch::givesUpAfterTheLongestTime()
+void TestCoercionSearch::givesUpAfterTheTimeOfTheAction()
 {
+    // The first text takes all the time, of which the next search of the same action has none left.
     int tests = 0;
-    const auto fails = [&](const QString&) {
+    const auto slow = [&](const QString&) {
         ++tests;
+        const QDeadlineTimer untilThen(300);
+        while (!untilThen.hasExpired()) { }
         return false;
     };
-    QString found;
-    QVERIFY(!CoercionSearch(QString(18, u'0'), 18, 0ms).run(among(u"01"_s), fails, &found));
-    QCOMPARE(tests, 0);
-
-    // Between two texts, too: the first one takes all the time.
-    CoercionSearch slow(QString(18, u'0'), 18, 50ms);
-    QVERIFY(!slow.run(
-        among(u"01"_s),
-        [&](const QString&) {
-            ++tests;
-            QDeadlineTimer untilThen(60ms);
-            while (!untilThen.hasExpired()) { }
-            return false;
-        },
-        &found));
-    QVERIFY2(tests <= 1, qPrintable(QString::number(tests)));
+    {
+        const MatchingTime action;
+        QVERIFY(MatchingTime::remaining() > 0);
+        QVERIFY(!searched(QString(18, u'0'), 18, u"01"_s, slow));
+        QCOMPARE(tests, 1);
+        QVERIFY(MatchingTime::remaining() <= 0);
+        QVERIFY(!searched(QString(18, u'0'), 18, u"01"_s, slow));
+        QCOMPARE(tests, 1);
+    }
+    QVERIFY(MatchingTime::remaining() > 0);
 }
 
 void TestCoercionSearch::emptyText()
 {
-    QString found;
-    QVERIFY(!CoercionSearch(QString(), 0, longEnough).run(among(u"01"_s), equals(QString()), &found));
+    QVERIFY(!searched(QString(), 1, u"01"_s, equals(QString())));
 }
 
 ZEF_TEST_MAIN(TestCoercionSearch)
