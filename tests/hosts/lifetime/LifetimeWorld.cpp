@@ -247,6 +247,11 @@ void LifetimeWorld::myLightStdButton_clicked(ZEFPipeFacilityInvocationContext* c
     dispatched(context);
 }
 
+void LifetimeWorld::send_clicked(ZEFPipeFacilityInvocationContext* context, QVariant)
+{
+    dispatched(context);
+}
+
 void LifetimeWorld::main_clicked(ZEFPipeFacilityInvocationContext* context)
 {
     dispatched(context);

@@ -59,6 +59,7 @@ public Q_SLOTS:
     void under_score_clicked(ZEFPipeFacilityInvocationContext* context);
     void myCommandLinkButton_clicked(ZEFPipeFacilityInvocationContext* context);
     void myLightStdButton_clicked(ZEFPipeFacilityInvocationContext* context);
+    void send_clicked(ZEFPipeFacilityInvocationContext* context, QVariant entry_text);
     void main_clicked(ZEFPipeFacilityInvocationContext* context);
     void tool_clicked(ZEFPipeFacilityInvocationContext* context, QVariant line_text, QVariant spin_value);
     // connected directly, as it is named as its widget

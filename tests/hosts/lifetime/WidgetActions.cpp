@@ -22,6 +22,7 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QKeySequenceEdit>
 #include <QtWidgets/QLabel>
@@ -287,6 +288,8 @@ void WidgetActions::call(const QString& what, const QString& text, QWidget* targ
             combo->addItem(text);
     } else if (auto* spin = qobject_cast<QAbstractSpinBox*>(target)) {
         what == u"toggle" ? spin->stepDown() : spin->stepUp();
+    } else if (auto* dialog = qobject_cast<QDialog*>(target)) {
+        what == u"toggle" ? dialog->reject() : what == u"click" ? dialog->accept() : dialog->done(2);
     } else if (auto* view = qobject_cast<QAbstractItemView*>(target)) {
         if (QAbstractItemModel* model = view->model())
             view->setCurrentIndex(model->index(static_cast<int>(text.size() % 3), 0));
