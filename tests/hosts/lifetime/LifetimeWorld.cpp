@@ -154,15 +154,19 @@ private:
     LifetimeWorld* m_world;
 };
 
-//! Qt goes on with the widget that loses the focus, the one that gets it, and the windows of both. A cell
-//! keeps itself when it loses the focus; its edit may be deleted then.
+//! Qt goes on with the widget that loses the focus, the one that gets it, and the windows of both. Only the
+//! edit of a cell that loses the focus may be deleted, unless its first cell gets it: Qt may be focusing the
+//! edit.
 bool LifetimeWorld::Application::notify(QObject* receiver, QEvent* event)
 {
     const bool movesFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
     if (!currentWorld || !movesFocus)
         return QApplication::notify(receiver, event);
     QWidget* edit = event->type() == QEvent::FocusOut ? WidgetActions::editOfCell(receiver) : nullptr;
-    const Busy busy(currentWorld, {edit ? Frame::Itself : Frame::Nothing, edit, true});
+    const QWidget* next = focusWidget();
+    const bool mayGo = edit && next != edit->focusProxy()
+        && (!isPartOf(next, edit) || WidgetActions::editOfCell(next) == edit);
+    const Busy busy(currentWorld, {mayGo ? Frame::Itself : Frame::Nothing, edit, true});
     return QApplication::notify(receiver, event);
 }
 
@@ -426,7 +430,6 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
     if (verb == u"set" || verb == u"call") {
         const QPointer<QWidget> guard(target);
         const QByteArray property = operation.argument(0).toLatin1();
-        const Busy busy(this, {property == "visible" ? Frame::Nothing : Frame::Everything});
         if (verb == u"call")
             WidgetActions::call(operation.argument(0), operation.argument(1), target);
         else if (target->metaObject()->indexOfProperty(property.constData()) >= 0
@@ -436,8 +439,6 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
             watchAll(guard); // an edit may have new cells
         return;
     }
-    // Qt goes on with any widget while it moves the focus, or shows, hides or polishes one.
-    const Busy busy(this, {Frame::Nothing});
     if (verb == u"focus") {
         target->setFocus();
     } else if (verb == u"unfocus") {
@@ -455,7 +456,7 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
             widgetAt({Operation::Place::Numbered, operation.number(0), operation.number(1)}, nullptr);
         // Hosts keep the parent that they were made with; their elements form a tree.
         if (!isHost(target) && parent && !isPartOf(parent, target) && !WidgetActions::belongsToQt(target)
-            && !WidgetActions::belongsToQt(parent))
+            && WidgetActions::mayHold(parent))
             target->setParent(parent);
     } else if (verb == u"sheet") {
         target->setStyleSheet(operation.argument(0) == u"none" ? QString() : operation.argument(0));
@@ -532,7 +533,6 @@ void LifetimeWorld::useElement(const Operation& operation, QWidget* host)
         return;
     const QString& verb = operation.verb;
     const QString& what = operation.argument(0);
-    const Busy busy(this, {verb == u"update" || verb == u"child" ? Frame::Nothing : Frame::Everything});
     if (verb == u"locale") {
         element->setLocale(what);
     } else if (verb == u"interpolate") {
@@ -581,21 +581,18 @@ template <class Host> void LifetimeWorld::adopt(Host* host, const std::shared_pt
     host->element()->connectSlotsByName(&m_namedSlots);
     watch(host->element());
     watchAll(host);
-    const Busy busy(this, {Frame::Nothing});
     host->show();
 }
 
 void LifetimeWorld::add(const QString& kind, QWidget* parent)
 {
-    if (WidgetActions::isWhole(parent) || WidgetActions::belongsToQt(parent)
-        || widgetsBelow(parent->window()).size() > mostChildren)
+    if (!WidgetActions::mayHold(parent) || widgetsBelow(parent->window()).size() > mostChildren)
         return;
     QWidget* added = WidgetActions::added(kind, parent);
     if (!added)
         return;
     added->setGeometry(0, 0, 90, 30);
     watchAll(added);
-    const Busy busy(this, {Frame::Nothing});
     added->show();
 }
 

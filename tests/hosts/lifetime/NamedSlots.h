@@ -150,7 +150,7 @@ public Q_SLOTS:
     // The form "formatinput"
     void on_productKey_textChanged(QValidator::State) { heard(); }
     void on_productKey_validityChanged(QValidator::State) { heard(); }
-    void on_pin_textChanged(QString) { heard(); }
+    void on_pin_textChanged(int, QString&) { heard(); }
     void on_pin_textEdited(QString) { heard(); }
     void on_pin_editingFinished() { heard(); }
     void on_pin_selectionChanged() { heard(); }

@@ -70,6 +70,16 @@ bool opensMenu(const QWidget* widget)
     return qobject_cast<const QToolButton*>(widget) && WidgetActions::belongsToQt(widget);
 }
 
+//! A widget of Qt's that consists of others.
+bool isWhole(const QObject* object)
+{
+    return qobject_cast<const QAbstractItemView*>(object) || qobject_cast<const QAbstractSpinBox*>(object)
+        || qobject_cast<const QCalendarWidget*>(object) || qobject_cast<const QComboBox*>(object)
+        || qobject_cast<const QDialogButtonBox*>(object) || qobject_cast<const QKeySequenceEdit*>(object)
+        || qobject_cast<const QLineEdit*>(object) || qobject_cast<const QPlainTextEdit*>(object)
+        || qobject_cast<const QMenu*>(object);
+}
+
 bool isInCalendar(const QWidget* widget)
 {
     while (widget && !qobject_cast<const QCalendarWidget*>(widget))
@@ -344,15 +354,6 @@ QWidget* WidgetActions::added(const QString& kind, QWidget* parent)
     return nullptr;
 }
 
-bool WidgetActions::isWhole(const QObject* object)
-{
-    return qobject_cast<const QAbstractItemView*>(object) || qobject_cast<const QAbstractSpinBox*>(object)
-        || qobject_cast<const QCalendarWidget*>(object) || qobject_cast<const QComboBox*>(object)
-        || qobject_cast<const QDialogButtonBox*>(object) || qobject_cast<const QKeySequenceEdit*>(object)
-        || qobject_cast<const QLineEdit*>(object) || qobject_cast<const QPlainTextEdit*>(object)
-        || qobject_cast<const QMenu*>(object);
-}
-
 bool WidgetActions::belongsToQt(const QObject* object)
 {
     for (const QObject* whole = object->parent(); whole; whole = whole->parent()) {
@@ -362,6 +363,11 @@ bool WidgetActions::belongsToQt(const QObject* object)
     // Pages are the form's, what holds them is not.
     return object->objectName().startsWith(u"qt_")
         || (qobject_cast<const QToolBox*>(object->parent()) && object->objectName().isEmpty());
+}
+
+bool WidgetActions::mayHold(const QWidget* widget)
+{
+    return !isWhole(widget) && !belongsToQt(widget) && !qobject_cast<const ZEFFormatEdit*>(widget);
 }
 
 QWidget* WidgetActions::editOfCell(const QObject* object)
