@@ -226,37 +226,7 @@ bool LifetimeWorld::eventFilter(QObject* watched, QEvent* event)
     return !m_timersRun || (timer && timer->interval() == 100);
 }
 
-void LifetimeWorld::okButton_clicked(ZEFPipeFacilityInvocationContext* context)
-{
-    dispatched(context);
-}
-
 void LifetimeWorld::agree_clicked(ZEFPipeFacilityInvocationContext* context, QVariant, QVariant)
-{
-    dispatched(context);
-}
-
-void LifetimeWorld::under_score_clicked(ZEFPipeFacilityInvocationContext* context)
-{
-    dispatched(context);
-}
-
-void LifetimeWorld::myCommandLinkButton_clicked(ZEFPipeFacilityInvocationContext* context)
-{
-    dispatched(context);
-}
-
-void LifetimeWorld::myLightStdButton_clicked(ZEFPipeFacilityInvocationContext* context)
-{
-    dispatched(context);
-}
-
-void LifetimeWorld::send_clicked(ZEFPipeFacilityInvocationContext* context, QVariant)
-{
-    dispatched(context);
-}
-
-void LifetimeWorld::main_clicked(ZEFPipeFacilityInvocationContext* context)
 {
     dispatched(context);
 }
@@ -266,14 +236,15 @@ void LifetimeWorld::tool_clicked(ZEFPipeFacilityInvocationContext* context, QVar
     dispatched(context);
 }
 
-void LifetimeWorld::dispatched(ZEFPipeFacilityInvocationContext* context)
+void LifetimeWorld::send_clicked(ZEFPipeFacilityInvocationContext* context, QVariant)
 {
-    react(u"delegate"_s, static_cast<Context*>(context)->host(), {Frame::Everything}, true);
+    dispatched(context);
 }
 
-void LifetimeWorld::myLightStdSSButton()
+void LifetimeWorld::dispatched(ZEFPipeFacilityInvocationContext* context)
 {
-    react(u"delegate"_s, nullptr, {Frame::Everything}, true);
+    QWidget* host = context ? static_cast<Context*>(context)->host() : nullptr;
+    react(u"delegate"_s, host, {Frame::Everything}, true);
 }
 
 void LifetimeWorld::heard()
@@ -336,15 +307,14 @@ void LifetimeWorld::react(const QString& signal, QObject* emitter, const Frame& 
     const bool held =
         !frame.onlyCloses && (frame.deletable == Frame::OtherHosts || frame.deletable == Frame::Nothing);
     const QPointer<QObject> guard(held ? emitter : nullptr);
-    const QObject* host = frame.onlyCloses ? nullptr : hostOf(emitter);
-    const int deletions = deletionsOf(host);
+    // Whoever answers a client or runs for its delegate needs the context, also across an event loop.
+    const bool needsContext = signal == u"delegate" || signal == u"respondClosed";
+    const auto request = needsContext ? requestOf(emitter) : nullptr;
     const int erasures = m_erasures;
     mayClose ? run(operation, emitter) : runByHand(operation, emitter, qobject_cast<QWidget*>(frame.object));
     if (held && !guard)
         m_failures.append(u"what emitted %1 was deleted during its slot"_s.arg(signal));
-    const bool holdsContext = signal == u"delegate" || signal == u"respondClosed";
-    if (holdsContext && loops.contains(operation.verb) && erasures == m_erasures
-        && deletionsOf(host) != deletions)
+    if (request && loops.contains(operation.verb) && erasures == m_erasures && request->deletions > 0)
         m_failures.append(u"a context was deleted while the receiver of %1 ran an event loop"_s.arg(signal));
 }
 
@@ -681,9 +651,9 @@ void LifetimeWorld::erase(QWidget* target)
     }
 }
 
-int LifetimeWorld::deletionsOf(const QObject* host) const
+std::shared_ptr<LifetimeWorld::Request> LifetimeWorld::requestOf(const QObject* host) const
 {
     const auto found = std::find_if(m_requests.cbegin(), m_requests.cend(),
                                     [host](const auto& request) { return request->host == host; });
-    return found == m_requests.cend() ? 0 : (*found)->deletions;
+    return found == m_requests.cend() ? nullptr : *found;
 }
