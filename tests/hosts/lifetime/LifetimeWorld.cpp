@@ -309,7 +309,7 @@ void LifetimeWorld::react(const QString& signal, QObject* emitter, const Frame& 
     const QPointer<QObject> guard(held ? emitter : nullptr);
     // Whoever answers a client or runs for its delegate needs the context, also across an event loop.
     const bool needsContext = signal == u"delegate" || signal == u"respondClosed";
-    const auto request = needsContext ? requestOf(emitter) : nullptr;
+    const auto request = needsContext && emitter ? requestOf(emitter) : nullptr;
     const int erasures = m_erasures;
     mayClose ? run(operation, emitter) : runByHand(operation, emitter, qobject_cast<QWidget*>(frame.object));
     if (held && !guard)
