@@ -5,14 +5,20 @@
 // "test_hostlifetime --draw SEED" writes the operations of a seed.
 
 #include <ZEFTest.h>
+#include <ZEFUIElement.h>
+#include <ZEFUIWidget.h>
 
 #include "lifetime/LifetimeRun.h"
 #include "lifetime/LifetimeWorld.h"
+#include "lifetime/NamedSlots.h"
 #include "lifetime/Operation.h"
 
+#include <QtCore/QSet>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTextStream>
 #include <QtWidgets/QApplication>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -41,6 +47,7 @@ private Q_SLOTS:
     void otherLinesAreNone_data();
     void otherLinesAreNone();
     void theSameSeedDrawsTheSameOperations();
+    void everyNamedSlotIsOfAForm();
     void aLineThatIsNoneFails();
     void aPlantedFaultIsFoundAndShrunk();
     void aFaultInsideASignalIsFoundAndShrunk();
@@ -93,6 +100,26 @@ void TestHostLifetime::theSameSeedDrawsTheSameOperations()
         const std::optional<Operation> operation = Operation::fromLine(line);
         QVERIFY2(operation && operation->toLine() == line, qPrintable(line));
     }
+}
+
+void TestHostLifetime::everyNamedSlotIsOfAForm()
+{
+    QSet<QString> unmatched;
+    NamedSlots receiver([](const QMetaMethod&, QObject*) {});
+    for (int index = receiver.metaObject()->methodOffset(); index < receiver.metaObject()->methodCount();
+         ++index)
+        unmatched.insert(QString::fromLatin1(receiver.metaObject()->method(index).methodSignature()));
+    for (const QString& form :
+         {u"qtwidgets"_s, u"dialogroot"_s, u"names"_s, u"allwidgets"_s, u"formatinput"_s}) {
+        const std::unique_ptr<ZEFUIWidget> host(ZEFUIWidget::create(form, u"en"_s, nullptr, Qt::Window));
+        TestLog::takeAll();
+        host->element()->connectSlotsByName(&receiver);
+        QSet<QString> missing;
+        for (const QString& line : TestLog::takeAll())
+            missing.insert(line.section(u' ', -1));
+        unmatched &= missing;
+    }
+    QCOMPARE(unmatched, QSet<QString>());
 }
 
 void TestHostLifetime::aLineThatIsNoneFails()

@@ -154,15 +154,19 @@ private:
     LifetimeWorld* m_world;
 };
 
-//! Qt goes on with the widget that loses the focus, the one that gets it, and the windows of both. A cell
-//! keeps itself when it loses the focus; its edit may be deleted then.
+//! Qt goes on with the widget that loses the focus, the one that gets it, and the windows of both. Only the
+//! edit of a cell that loses the focus may be deleted, unless its first cell gets it: Qt may be focusing the
+//! edit.
 bool LifetimeWorld::Application::notify(QObject* receiver, QEvent* event)
 {
     const bool movesFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
     if (!currentWorld || !movesFocus)
         return QApplication::notify(receiver, event);
     QWidget* edit = event->type() == QEvent::FocusOut ? WidgetActions::editOfCell(receiver) : nullptr;
-    const Busy busy(currentWorld, {edit ? Frame::Itself : Frame::Nothing, edit, true});
+    const QWidget* next = focusWidget();
+    const bool mayGo = edit && next != edit->focusProxy()
+        && (!isPartOf(next, edit) || WidgetActions::editOfCell(next) == edit);
+    const Busy busy(currentWorld, {mayGo ? Frame::Itself : Frame::Nothing, edit, true});
     return QApplication::notify(receiver, event);
 }
 
@@ -222,32 +226,7 @@ bool LifetimeWorld::eventFilter(QObject* watched, QEvent* event)
     return !m_timersRun || (timer && timer->interval() == 100);
 }
 
-void LifetimeWorld::okButton_clicked(ZEFPipeFacilityInvocationContext* context)
-{
-    dispatched(context);
-}
-
 void LifetimeWorld::agree_clicked(ZEFPipeFacilityInvocationContext* context, QVariant, QVariant)
-{
-    dispatched(context);
-}
-
-void LifetimeWorld::under_score_clicked(ZEFPipeFacilityInvocationContext* context)
-{
-    dispatched(context);
-}
-
-void LifetimeWorld::myCommandLinkButton_clicked(ZEFPipeFacilityInvocationContext* context)
-{
-    dispatched(context);
-}
-
-void LifetimeWorld::myLightStdButton_clicked(ZEFPipeFacilityInvocationContext* context)
-{
-    dispatched(context);
-}
-
-void LifetimeWorld::main_clicked(ZEFPipeFacilityInvocationContext* context)
 {
     dispatched(context);
 }
@@ -257,14 +236,15 @@ void LifetimeWorld::tool_clicked(ZEFPipeFacilityInvocationContext* context, QVar
     dispatched(context);
 }
 
-void LifetimeWorld::dispatched(ZEFPipeFacilityInvocationContext* context)
+void LifetimeWorld::send_clicked(ZEFPipeFacilityInvocationContext* context, QVariant)
 {
-    react(u"delegate"_s, static_cast<Context*>(context)->host(), {Frame::Everything}, true);
+    dispatched(context);
 }
 
-void LifetimeWorld::myLightStdSSButton()
+void LifetimeWorld::dispatched(ZEFPipeFacilityInvocationContext* context)
 {
-    react(u"delegate"_s, nullptr, {Frame::Everything}, true);
+    QWidget* host = context ? static_cast<Context*>(context)->host() : nullptr;
+    react(u"delegate"_s, host, {Frame::Everything}, true);
 }
 
 void LifetimeWorld::heard()
@@ -327,15 +307,14 @@ void LifetimeWorld::react(const QString& signal, QObject* emitter, const Frame& 
     const bool held =
         !frame.onlyCloses && (frame.deletable == Frame::OtherHosts || frame.deletable == Frame::Nothing);
     const QPointer<QObject> guard(held ? emitter : nullptr);
-    const QObject* host = frame.onlyCloses ? nullptr : hostOf(emitter);
-    const int deletions = deletionsOf(host);
+    // Whoever answers a client or runs for its delegate needs the context, also across an event loop.
+    const bool needsContext = signal == u"delegate" || signal == u"respondClosed";
+    const auto request = needsContext && emitter ? requestOf(emitter) : nullptr;
     const int erasures = m_erasures;
     mayClose ? run(operation, emitter) : runByHand(operation, emitter, qobject_cast<QWidget*>(frame.object));
     if (held && !guard)
         m_failures.append(u"what emitted %1 was deleted during its slot"_s.arg(signal));
-    const bool holdsContext = signal == u"delegate" || signal == u"respondClosed";
-    if (holdsContext && loops.contains(operation.verb) && erasures == m_erasures
-        && deletionsOf(host) != deletions)
+    if (request && loops.contains(operation.verb) && erasures == m_erasures && request->deletions > 0)
         m_failures.append(u"a context was deleted while the receiver of %1 ran an event loop"_s.arg(signal));
 }
 
@@ -421,7 +400,6 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
     if (verb == u"set" || verb == u"call") {
         const QPointer<QWidget> guard(target);
         const QByteArray property = operation.argument(0).toLatin1();
-        const Busy busy(this, {property == "visible" ? Frame::Nothing : Frame::Everything});
         if (verb == u"call")
             WidgetActions::call(operation.argument(0), operation.argument(1), target);
         else if (target->metaObject()->indexOfProperty(property.constData()) >= 0
@@ -431,8 +409,6 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
             watchAll(guard); // an edit may have new cells
         return;
     }
-    // Qt goes on with any widget while it moves the focus, or shows, hides or polishes one.
-    const Busy busy(this, {Frame::Nothing});
     if (verb == u"focus") {
         target->setFocus();
     } else if (verb == u"unfocus") {
@@ -450,7 +426,7 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
             widgetAt({Operation::Place::Numbered, operation.number(0), operation.number(1)}, nullptr);
         // Hosts keep the parent that they were made with; their elements form a tree.
         if (!isHost(target) && parent && !isPartOf(parent, target) && !WidgetActions::belongsToQt(target)
-            && !WidgetActions::belongsToQt(parent))
+            && WidgetActions::mayHold(parent))
             target->setParent(parent);
     } else if (verb == u"sheet") {
         target->setStyleSheet(operation.argument(0) == u"none" ? QString() : operation.argument(0));
@@ -527,7 +503,6 @@ void LifetimeWorld::useElement(const Operation& operation, QWidget* host)
         return;
     const QString& verb = operation.verb;
     const QString& what = operation.argument(0);
-    const Busy busy(this, {verb == u"update" || verb == u"child" ? Frame::Nothing : Frame::Everything});
     if (verb == u"locale") {
         element->setLocale(what);
     } else if (verb == u"interpolate") {
@@ -576,21 +551,18 @@ template <class Host> void LifetimeWorld::adopt(Host* host, const std::shared_pt
     host->element()->connectSlotsByName(&m_namedSlots);
     watch(host->element());
     watchAll(host);
-    const Busy busy(this, {Frame::Nothing});
     host->show();
 }
 
 void LifetimeWorld::add(const QString& kind, QWidget* parent)
 {
-    if (WidgetActions::isWhole(parent) || WidgetActions::belongsToQt(parent)
-        || widgetsBelow(parent->window()).size() > mostChildren)
+    if (!WidgetActions::mayHold(parent) || widgetsBelow(parent->window()).size() > mostChildren)
         return;
     QWidget* added = WidgetActions::added(kind, parent);
     if (!added)
         return;
     added->setGeometry(0, 0, 90, 30);
     watchAll(added);
-    const Busy busy(this, {Frame::Nothing});
     added->show();
 }
 
@@ -679,9 +651,9 @@ void LifetimeWorld::erase(QWidget* target)
     }
 }
 
-int LifetimeWorld::deletionsOf(const QObject* host) const
+std::shared_ptr<LifetimeWorld::Request> LifetimeWorld::requestOf(const QObject* host) const
 {
     const auto found = std::find_if(m_requests.cbegin(), m_requests.cend(),
                                     [host](const auto& request) { return request->host == host; });
-    return found == m_requests.cend() ? 0 : (*found)->deletions;
+    return found == m_requests.cend() ? nullptr : *found;
 }

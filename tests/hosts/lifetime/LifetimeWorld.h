@@ -52,17 +52,18 @@ public:
     };
 
 public Q_SLOTS:
-    // the delegate of every form
-    void okButton_clicked(ZEFPipeFacilityInvocationContext* context);
+    // The delegate of every form. A parameter without a name would get no value.
+    void okButton_clicked(ZEFPipeFacilityInvocationContext* context) { dispatched(context); }
+    void under_score_clicked(ZEFPipeFacilityInvocationContext* context) { dispatched(context); }
+    void myCommandLinkButton_clicked(ZEFPipeFacilityInvocationContext* context) { dispatched(context); }
+    void myLightStdButton_clicked(ZEFPipeFacilityInvocationContext* context) { dispatched(context); }
+    void main_clicked(ZEFPipeFacilityInvocationContext* context) { dispatched(context); }
     void agree_clicked(ZEFPipeFacilityInvocationContext* context, QVariant nameEdit_text,
                        QVariant count_value);
-    void under_score_clicked(ZEFPipeFacilityInvocationContext* context);
-    void myCommandLinkButton_clicked(ZEFPipeFacilityInvocationContext* context);
-    void myLightStdButton_clicked(ZEFPipeFacilityInvocationContext* context);
-    void main_clicked(ZEFPipeFacilityInvocationContext* context);
     void tool_clicked(ZEFPipeFacilityInvocationContext* context, QVariant line_text, QVariant spin_value);
-    // connected directly, as it is named as its widget
-    void myLightStdSSButton();
+    void send_clicked(ZEFPipeFacilityInvocationContext* context, QVariant entry_text);
+    //! Connected to the click of its widget, as it is named like it.
+    void myLightStdSSButton() { dispatched(nullptr); }
 
 private Q_SLOTS:
     void heard();
@@ -112,7 +113,7 @@ private:
     bool mayDelete(const QObject* object) const;
     bool mayDeleteLater(const QObject* object) const;
     void erase(QWidget* target);
-    int deletionsOf(const QObject* host) const;
+    std::shared_ptr<Request> requestOf(const QObject* host) const;
 
     const std::function<bool()> m_performNext;
     NamedSlots m_namedSlots;

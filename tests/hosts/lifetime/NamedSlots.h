@@ -112,6 +112,15 @@ public Q_SLOTS:
     void on_buttons_rejected() { heard(); }
     void on_buttons_clicked(QAbstractButton*) { heard(); }
 
+    // The form "dialogroot"
+    void on_entry_textEdited(QString) { heard(); }
+    void on_entry_editingFinished() { heard(); }
+    void on_send_pressed() { heard(); }
+    void on_answers_accepted() { heard(); }
+    void on_dialogRoot_accepted() { heard(); }
+    void on_dialogRoot_rejected() { heard(); }
+    void on_dialogRoot_finished(int) { heard(); }
+
     // The form "names"; it has two edits of the same name
     void on_okButton_pressed() { heard(); }
     void on_okButton_destroyed() { heard(); }
@@ -141,7 +150,7 @@ public Q_SLOTS:
     // The form "formatinput"
     void on_productKey_textChanged(QValidator::State) { heard(); }
     void on_productKey_validityChanged(QValidator::State) { heard(); }
-    void on_pin_textChanged(QString) { heard(); }
+    void on_pin_textChanged(int, QString&) { heard(); }
     void on_pin_textEdited(QString) { heard(); }
     void on_pin_editingFinished() { heard(); }
     void on_pin_selectionChanged() { heard(); }

@@ -15,7 +15,7 @@ struct Verb {
 };
 
 const QStringList forms = {u"names"_s,     u"labels"_s,      u"allwidgets"_s, u"allwidgets"_s,
-                           u"qtwidgets"_s, u"formatinput"_s, u"qtwidgets"_s,  u"missing"_s};
+                           u"qtwidgets"_s, u"formatinput"_s, u"dialogroot"_s, u"missing"_s};
 const QStringList kinds = {u"toggle"_s,     u"commandlink"_s, u"stdbutton"_s, u"ssbutton"_s, u"sscheckbox"_s,
                            u"flat"_s,       u"hyperlink"_s,   u"ellipsis"_s,  u"calendar"_s, u"formatedit"_s,
                            u"formatedit"_s, u"cell"_s,        u"listedit"_s,  u"lineedit"_s, u"pushbutton"_s};

@@ -22,6 +22,7 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QKeySequenceEdit>
 #include <QtWidgets/QLabel>
@@ -67,6 +68,16 @@ void sendKey(QWidget* target, QEvent::Type type, int key, Qt::KeyboardModifiers 
 bool opensMenu(const QWidget* widget)
 {
     return qobject_cast<const QToolButton*>(widget) && WidgetActions::belongsToQt(widget);
+}
+
+//! A widget of Qt's that consists of others.
+bool isWhole(const QObject* object)
+{
+    return qobject_cast<const QAbstractItemView*>(object) || qobject_cast<const QAbstractSpinBox*>(object)
+        || qobject_cast<const QCalendarWidget*>(object) || qobject_cast<const QComboBox*>(object)
+        || qobject_cast<const QDialogButtonBox*>(object) || qobject_cast<const QKeySequenceEdit*>(object)
+        || qobject_cast<const QLineEdit*>(object) || qobject_cast<const QPlainTextEdit*>(object)
+        || qobject_cast<const QMenu*>(object);
 }
 
 bool isInCalendar(const QWidget* widget)
@@ -287,6 +298,8 @@ void WidgetActions::call(const QString& what, const QString& text, QWidget* targ
             combo->addItem(text);
     } else if (auto* spin = qobject_cast<QAbstractSpinBox*>(target)) {
         what == u"toggle" ? spin->stepDown() : spin->stepUp();
+    } else if (auto* dialog = qobject_cast<QDialog*>(target)) {
+        what == u"toggle" ? dialog->reject() : what == u"click" ? dialog->accept() : dialog->done(2);
     } else if (auto* view = qobject_cast<QAbstractItemView*>(target)) {
         if (QAbstractItemModel* model = view->model())
             view->setCurrentIndex(model->index(static_cast<int>(text.size() % 3), 0));
@@ -341,15 +354,6 @@ QWidget* WidgetActions::added(const QString& kind, QWidget* parent)
     return nullptr;
 }
 
-bool WidgetActions::isWhole(const QObject* object)
-{
-    return qobject_cast<const QAbstractItemView*>(object) || qobject_cast<const QAbstractSpinBox*>(object)
-        || qobject_cast<const QCalendarWidget*>(object) || qobject_cast<const QComboBox*>(object)
-        || qobject_cast<const QDialogButtonBox*>(object) || qobject_cast<const QKeySequenceEdit*>(object)
-        || qobject_cast<const QLineEdit*>(object) || qobject_cast<const QPlainTextEdit*>(object)
-        || qobject_cast<const QMenu*>(object);
-}
-
 bool WidgetActions::belongsToQt(const QObject* object)
 {
     for (const QObject* whole = object->parent(); whole; whole = whole->parent()) {
@@ -359,6 +363,11 @@ bool WidgetActions::belongsToQt(const QObject* object)
     // Pages are the form's, what holds them is not.
     return object->objectName().startsWith(u"qt_")
         || (qobject_cast<const QToolBox*>(object->parent()) && object->objectName().isEmpty());
+}
+
+bool WidgetActions::mayHold(const QWidget* widget)
+{
+    return !isWhole(widget) && !belongsToQt(widget) && !qobject_cast<const ZEFFormatEdit*>(widget);
 }
 
 QWidget* WidgetActions::editOfCell(const QObject* object)

@@ -18,10 +18,11 @@ void call(const QString& what, const QString& text, QWidget* target);
 //! A new widget of that kind in \a parent.
 QWidget* added(const QString& kind, QWidget* parent);
 
-//! A widget of Qt's that is made of others.
-bool isWhole(const QObject* object);
-//! A part of one, which nobody but Qt may delete or move.
+//! A part of a widget of Qt's, which nobody but Qt may delete or move.
 bool belongsToQt(const QObject* object);
+
+//! Whether a form may put other widgets into \a widget, which does not consist of parts itself.
+bool mayHold(const QWidget* widget);
 
 //! The format edit of a cell, or null.
 QWidget* editOfCell(const QObject* object);
