@@ -1,9 +1,8 @@
-#include <ZEFTest.h>
+#include <ElementTest.h>
+#include <TestResources.h>
 
 #include <element/FormCheck.h>
 #include <element/ZEFUILoader.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -72,7 +71,7 @@ FormCheck::Classes classes()
 
 } // namespace
 
-class TestFormCheck : public ZEFTest {
+class TestFormCheck : public ElementTest {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -81,6 +80,7 @@ private Q_SLOTS:
     void saysWhereAndWhy();
     void hugeFormsAreJudgedToo_data();
     void hugeFormsAreJudgedToo();
+    void theLibraryAsksAgainWhenAFormChanges();
 };
 
 void TestFormCheck::judges_data()
@@ -203,6 +203,22 @@ void TestFormCheck::hugeFormsAreJudgedToo()
 {
     QFETCH(QByteArray, form);
     QTEST(FormCheck::faultsOf(form, classes()).isEmpty(), "sound");
+}
+
+// It remembers the forms that it found sound.
+void TestFormCheck::theLibraryAsksAgainWhenAFormChanges()
+{
+    const QByteArray sound = inForm("<layout class=\"QHBoxLayout\"/>");
+    const QByteArray faulty = inForm("<layout class=\"QHBoxlayout\"/>");
+    ZEFUIWidget host;
+    for (const QByteArray& form : {sound, faulty, sound, faulty, faulty, sound}) {
+        const TestResources resources({{u"forms/made.ui"_s, form}});
+        host.element()->setFormPath(u"made"_s);
+        QCOMPARE(host.element()->loaded(), form == sound);
+        QCOMPARE(TestLog::take(u"debug: "_s),
+                 form == sound ? QStringList()
+                               : QStringList(u"debug: Could not load UI file: :/forms/made.ui"_s));
+    }
 }
 
 ZEF_TEST_MAIN(TestFormCheck)

@@ -95,7 +95,7 @@ private Q_SLOTS:
     void aHugeFileIsRefused();
     void anUnreadableFolderOrFileIsRefused();
     void aFailureLeavesTheOldReport();
-    void deepNestingIsNoProblem();
+    void deepNestingIsReported();
     void repetitionIsReadInTime_data();
     void repetitionIsReadInTime();
 
@@ -523,7 +523,7 @@ void TestZEFUILint::aFailureLeavesTheOldReport()
     QCOMPARE(unwritable.errors, "zefui-lint: absent/report.txt: " + reason + '\n');
 }
 
-void TestZEFUILint::deepNestingIsNoProblem()
+void TestZEFUILint::deepNestingIsReported()
 {
     constexpr int depth = 20000;
     QByteArray nested;
