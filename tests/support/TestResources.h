@@ -4,8 +4,8 @@
 
 #include <QtCore/QResource>
 
-//! Files that are resources while this object lives, by paths such as "forms/login.ui". The test's sources need
-//! ResourceFile.cpp too.
+//! Files that are resources while this object lives, by paths such as "forms/login.ui". The test's sources
+//! need ResourceFile.cpp too.
 class TestResources {
 public:
     explicit TestResources(const ResourceContents& contents)
