@@ -155,8 +155,8 @@ void TestHostLifetime::aPlantedFaultIsFoundAndShrunk()
 void TestHostLifetime::aFaultInsideASignalIsFoundAndShrunk()
 {
     const QTemporaryDir folder;
-    const QStringList needed = {u"create 0.0 dialog names top"_s, u"add 0.0 toggle"_s, u"mark 0.0 red"_s,
-                                u"mark 0.0 blue"_s, u"when on planted 0.0"_s};
+    const QStringList needed = {u"create 0.0 dialog names top"_s, u"mark 0.0 red"_s, u"mark 0.0 blue"_s,
+                                u"when clicked planted 0.0"_s};
     QStringList lines = needed;
     for (int widget = 0; widget < 40; ++widget)
         lines.append(u"click 0.%1 left"_s.arg(widget));

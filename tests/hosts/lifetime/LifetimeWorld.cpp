@@ -13,7 +13,6 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QSet>
-#include <QtCore/QThread>
 #include <QtCore/QTimer>
 #include <QtGui/QClipboard>
 #include <QtWidgets/QApplication>
@@ -141,10 +140,9 @@ bool LifetimeWorld::Frame::allows(const QObject* other) const
 
 class LifetimeWorld::Busy {
 public:
-    Busy(LifetimeWorld* world, Frame frame)
+    Busy(LifetimeWorld* world, const Frame& frame)
         : m_world(world)
     {
-        frame.loopLevel = QThread::currentThread()->loopLevel();
         m_world->m_frames.append(frame);
     }
     ~Busy() { m_world->m_frames.removeLast(); }
@@ -400,6 +398,7 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
     if (verb == u"set" || verb == u"call") {
         const QPointer<QWidget> guard(target);
         const QByteArray property = operation.argument(0).toLatin1();
+        const Busy busy(this, {property == "visible" ? Frame::Nothing : Frame::Everything});
         if (verb == u"call")
             WidgetActions::call(operation.argument(0), operation.argument(1), target);
         else if (target->metaObject()->indexOfProperty(property.constData()) >= 0
@@ -409,6 +408,8 @@ void LifetimeWorld::tinker(const Operation& operation, QWidget* target)
             watchAll(guard); // an edit may have new cells
         return;
     }
+    // Qt goes on with the children, too, of what it hides or disables.
+    const Busy busy(this, {Frame::Nothing});
     if (verb == u"focus") {
         target->setFocus();
     } else if (verb == u"unfocus") {
@@ -452,7 +453,7 @@ void LifetimeWorld::closeOrDelete(const Operation& operation, QWidget* target)
         return;
     }
     if (verb == u"deletelater") {
-        if (mayDeleteLater(target)) {
+        if (mayDelete(target)) {
             ++m_erasures;
             target->deleteLater();
         }
@@ -503,6 +504,7 @@ void LifetimeWorld::useElement(const Operation& operation, QWidget* host)
         return;
     const QString& verb = operation.verb;
     const QString& what = operation.argument(0);
+    const Busy busy(this, {verb == u"update" || verb == u"child" ? Frame::Nothing : Frame::Everything});
     if (verb == u"locale") {
         element->setLocale(what);
     } else if (verb == u"interpolate") {
@@ -627,16 +629,6 @@ bool LifetimeWorld::mayDelete(const QObject* object) const
                        [object](const Frame& frame) { return frame.allows(object); });
 }
 
-//! Deferred deletion waits for the end of whatever this event loop has called.
-bool LifetimeWorld::mayDeleteLater(const QObject* object) const
-{
-    const int loopLevel = QThread::currentThread()->loopLevel();
-    return !WidgetActions::belongsToQt(object)
-        && std::all_of(m_frames.cbegin(), m_frames.cend(), [&](const Frame& frame) {
-               return frame.loopLevel == loopLevel || frame.allows(object);
-           });
-}
-
 void LifetimeWorld::erase(QWidget* target)
 {
     if (mayDelete(target)) {
@@ -645,9 +637,6 @@ void LifetimeWorld::erase(QWidget* target)
         delete target;
     } else if (ZEFUIElement* element = ZEFUIElement::elementFromQObject(target)) {
         element->close();
-    } else if (mayDeleteLater(target)) {
-        ++m_erasures;
-        target->deleteLater();
     }
 }
 

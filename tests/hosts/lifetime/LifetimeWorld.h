@@ -85,7 +85,6 @@ private:
         QPointer<QObject> object = nullptr;
         //! Something is half deleted, or Qt moves the focus: slots only close their own form.
         bool onlyCloses = false;
-        int loopLevel = 0;
 
         bool allows(const QObject* other) const;
     };
@@ -111,7 +110,6 @@ private:
     QWidget* widgetAt(const Operation::Place& place, QObject* emitter);
     bool onlyCloses() const;
     bool mayDelete(const QObject* object) const;
-    bool mayDeleteLater(const QObject* object) const;
     void erase(QWidget* target);
     std::shared_ptr<Request> requestOf(const QObject* host) const;
 

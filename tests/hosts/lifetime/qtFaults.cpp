@@ -93,6 +93,43 @@ void eventLoopWhileAWindowBecomesActive()
     handleEvents();
 }
 
+//! A slot of the widget that loses the focus deletes its page, but not itself, while the window around both
+//! is being disabled.
+void deleteAChildOfWhatIsDisabled()
+{
+    const Window form;
+    auto* page = new QWidget(form.window);
+    form.first->setParent(page);
+    page->show();
+    form.first->show();
+    form.first->setFocus();
+    type(form.first);
+    QObject::connect(form.first, &QLineEdit::editingFinished, form.second, [&] {
+        form.first->setParent(nullptr);
+        delete page;
+    });
+    form.window->setEnabled(false);
+}
+
+//! A dialog is to be deleted later by a slot of its hiding, and runs an event loop in a slot of rejected().
+void eventLoopAfterDeleteLater()
+{
+    auto* dialog = new QDialog;
+    auto* child = new QLineEdit(dialog);
+    dialog->show();
+    dialog->activateWindow();
+    child->setFocus();
+    handleEvents();
+    type(child);
+    QObject::connect(child, &QLineEdit::editingFinished, dialog, &QObject::deleteLater);
+    QObject::connect(dialog, &QDialog::rejected, dialog, handleEvents);
+    QTimer::singleShot(0, dialog, [&] {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(dialog, &key);
+    });
+    handleEvents();
+}
+
 //! A slot of destroyed() closes the dialog around what is deleting its children: QDialog looks among them for
 //! a default button when it is hidden.
 void closeADialogWhileItsChildrenDie()
@@ -130,6 +167,8 @@ const std::map<QString, std::function<void()>>& cases()
         {u"focus"_s, deleteWhatGetsTheFocus},
         {u"activation"_s, deleteWhatBecomesActive},
         {u"loop"_s, eventLoopWhileAWindowBecomesActive},
+        {u"disabled"_s, deleteAChildOfWhatIsDisabled},
+        {u"later"_s, eventLoopAfterDeleteLater},
         {u"destroyed"_s, closeADialogWhileItsChildrenDie},
         {u"calendar"_s, deleteACalendarWhileADateIsTyped},
     };
