@@ -11,7 +11,6 @@
 #include <QtWidgets/QLayout>
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -70,7 +69,7 @@ void ZEFUIDialog::setFixedSize(bool fixed)
     QLayout* formLayout = layout();
     if (!formLayout)
         return;
-    const bool wasFixed = std::exchange(m_fixed, fixed);
+    const bool wasFixed = formLayout->sizeConstraint() == QLayout::SetFixedSize;
     formLayout->setSizeConstraint(fixed ? QLayout::SetFixedSize : QLayout::SetNoConstraint);
     if (wasFixed && !fixed) {
         // the layout leaves behind what it had fixed

@@ -94,5 +94,4 @@ private:
 
     QPointer<ZEFUIElement> m_element;
     bool m_closeOnEscape = true;
-    bool m_fixed = false;
 };

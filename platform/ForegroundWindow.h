@@ -20,8 +20,8 @@ public:
     ForegroundWindow() = default;
     virtual ~ForegroundWindow() = default;
 
-    //! The process that owns the foreground window; nothing when there is no foreground window. The answer may
-    //! be 50 ms old.
+    //! The process that owns the foreground window; nothing when there is no foreground window. The answer
+    //! may be 50 ms old.
     virtual std::optional<qint64> ownerProcess() = 0;
     //! Makes the window of \a widget the foreground window and puts it above the others.
     virtual void putInFront(QWidget* widget) = 0;

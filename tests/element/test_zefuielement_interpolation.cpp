@@ -166,8 +166,9 @@ void TestZEFUIElementInterpolation::hiddenTextsAreNotShown()
     const auto edits = m_host->findChildren<QLineEdit*>(u"nameEdit"_s);
     edits.at(0)->setEchoMode(QLineEdit::Password);
     element()->updateProperties({{u"nameEdit_text"_s, u"secret"_s}});
-    QCOMPARE(TestLog::takeAll(), QStringList({u"debug: set property on nameEdit.text=********"_s,
-                                              u"debug: set property on nameEdit.text=secret"_s}));
+    QCOMPARE(TestLog::takeAll(),
+             QStringList({u"debug: set property on nameEdit.text=********"_s,
+                          u"debug: set property on nameEdit.text=secret"_s}));
     QCOMPARE(edits.at(0)->text(), u"secret"_s);
 }
 
