@@ -18,7 +18,7 @@ constexpr double MostBodyPixels = 1 << 17;
 //! A text of a form is data and never a format.
 void writeDebug(const QString& text)
 {
-    qDebug("%s", qUtf8Printable(text));
+    qDebug().nospace().noquote() << text;
 }
 
 QPainterPath roundedRectangle(const QRectF& rect, double radius)
