@@ -45,29 +45,30 @@ QObject* widgetOf(QObject* sender)
 
 } // namespace
 
-NamedSlotWatch::NamedSlotWatch(QWidget* host, ZEFUIElement* element)
-    : QObject(host)
+NamedSlotWatch::NamedSlotWatch(QObject* sender, bool isClick, ZEFUIElement* element)
+    : QObject(sender)
+    , m_isClick(isClick)
     , m_element(element)
 {
 }
 
-bool NamedSlotWatch::connect(QObject* sender, int signal, QObject* receiver, int slot)
+bool NamedSlotWatch::connect(QObject* sender, int signal, QObject* receiver, int slot, ZEFUIElement* element)
 {
-    // Qt calls the slots of a signal in the order in which they were connected.
     static const int beginSlot = staticMetaObject.indexOfSlot("begin()");
     static const int endSlot = staticMetaObject.indexOfSlot("end()");
-    QMetaObject::connect(sender, signal, this, beginSlot, Qt::DirectConnection);
+    auto* watch = new NamedSlotWatch(sender, isClick(sender->metaObject()->method(signal)), element);
+    // Qt calls the slots of a signal in the order in which they were connected.
+    QMetaObject::connect(sender, signal, watch, beginSlot, Qt::DirectConnection);
     const bool connected = QMetaObject::connect(sender, signal, receiver, slot);
-    QMetaObject::connect(sender, signal, this, endSlot, Qt::DirectConnection);
+    QMetaObject::connect(sender, signal, watch, endSlot, Qt::DirectConnection);
     return connected;
 }
 
 void NamedSlotWatch::begin()
 {
     m_calls.removeAll(QPointer<QObject>());
-    const bool click = isClick(sender()->metaObject()->method(senderSignalIndex()));
     m_calls.append(new SlotCall(this, widgetOf(sender()), m_element,
-                                click ? HostLife::Work::InNestedLoops : HostLife::Work::Always));
+                                m_isClick ? HostLife::Work::InNestedLoops : HostLife::Work::Always));
 }
 
 void NamedSlotWatch::end()

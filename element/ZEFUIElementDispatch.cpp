@@ -204,7 +204,6 @@ void ZEFUIElement::connectSlotsByName(QObject* receiver)
         return;
     QObjectList candidates;
     forEachDescendant(d->widget, [&](QObject* object) { candidates.append(object); });
-    auto* watch = new NamedSlotWatch(d->widget, this);
     const QMetaObject* meta = receiver->metaObject();
     for (int index = meta->methodOffset(); index < meta->methodCount(); ++index) {
         const QByteArray slot = meta->method(index).methodSignature();
@@ -216,7 +215,7 @@ void ZEFUIElement::connectSlotsByName(QObject* receiver)
             if (candidate->objectName().isEmpty() || !slot.startsWith(prefix))
                 continue;
             const int signal = signalIndex(candidate->metaObject(), slot.mid(prefix.size()));
-            if (signal >= 0 && watch->connect(candidate, signal, receiver, index)) {
+            if (signal >= 0 && NamedSlotWatch::connect(candidate, signal, receiver, index, this)) {
                 matched = true;
                 break;
             }

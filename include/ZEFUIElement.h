@@ -230,8 +230,8 @@ public:
      * exactly one underscore adds no value: the call has one value too few, and Qt finds no method for it.
      * What was typed into a line edit that hides its text is shown as a row of asterisks.
      *
-     * A method that runs an event loop keeps its form and its context until it returns, whatever the user
-     * closes meanwhile.
+     * A method that runs an event loop, such as QDialog::exec(), keeps its form and its context until it
+     * returns, whatever the user closes meanwhile. QCoreApplication::processEvents() is no event loop.
      */
     void dispatch(QObject* sender, const char* signal);
     //! The index of the delegate's first method called \a name; -1 without one or without a delegate.

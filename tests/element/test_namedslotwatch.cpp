@@ -133,6 +133,7 @@ private Q_SLOTS:
     void slotOfAFormWithoutItsElementMayCloseTheParent_data();
     void slotOfAFormWithoutItsElementMayCloseTheParent();
     void slotOfALayoutThatDiesMayClose();
+    void watchGoesWithAWidgetToAnotherHost();
     void loopsWithinLoops();
     void connectsTwiceWhenCalledTwice();
 
@@ -498,6 +499,25 @@ void TestNamedSlotWatch::slotOfALayoutThatDiesMayClose()
     QCOMPARE(m_receiver.calls, 1);
     QTRY_VERIFY(!m_host);
     QCOMPARE(m_answers, 1);
+}
+
+void TestNamedSlotWatch::watchGoesWithAWidgetToAnotherHost()
+{
+    openForm(false, new QSpinBox);
+    const QPointer<QWidget> former(m_host);
+    const QPointer<QWidget> it(m_it);
+    openForm(true, new QWidget);
+    it->setParent(m_host);
+    delete former;
+    m_receiver.awaited = u"valueChanged"_s;
+    m_receiver.reaction = [&] { element()->close(); };
+    fromTheEventLoop([&] {
+        QTest::keyClick(it.data(), Qt::Key_Up);
+        QVERIFY(it);
+    });
+    QCOMPARE(m_receiver.calls, 1);
+    QTRY_VERIFY(!m_host);
+    QVERIFY(!it);
 }
 
 void TestNamedSlotWatch::loopsWithinLoops()

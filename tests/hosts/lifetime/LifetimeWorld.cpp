@@ -306,7 +306,9 @@ void LifetimeWorld::react(const QString& signal, QObject* emitter, const Frame& 
         !frame.onlyCloses && (frame.deletable == Frame::OtherHosts || frame.deletable == Frame::Nothing);
     const QPointer<QObject> guard(held ? emitter : nullptr);
     // Whoever answers a client or runs for its delegate needs the context, also across an event loop.
-    const bool needsContext = signal == u"delegate" || signal == u"respondClosed";
+    // A delegate that calls processEvents() runs none: nothing tells that from a close() of its own.
+    const bool needsContext =
+        signal == u"respondClosed" || (signal == u"delegate" && operation.verb != u"spin");
     const auto request = needsContext && emitter ? requestOf(emitter) : nullptr;
     const int erasures = m_erasures;
     mayClose ? run(operation, emitter) : runByHand(operation, emitter, qobject_cast<QWidget*>(frame.object));
