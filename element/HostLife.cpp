@@ -237,7 +237,7 @@ void ZEFUIElement::housekeeping()
         return;
     }
     if (d->mayRaise)
-        bringToFront(false);
+        d->stayInFront(this);
     else
         ZEFBase::logDebug(QStringLiteral("Not Bringing to front!"));
 }

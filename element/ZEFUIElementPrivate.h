@@ -27,6 +27,10 @@ public:
     //! For the hosts, and for tests of states that no operation of the library sets.
     static ZEFUIElementPrivate* get(const ZEFUIElement* element) { return element->d.get(); }
 
+    //! Shows a hidden host. False when there is none, or none any more.
+    bool showHost(ZEFUIElement* element);
+    //! Part of the tick: bringToFront(false), which shares its question with the other forms.
+    void stayInFront(ZEFUIElement* element);
     //! Part of the tick: applies the saved size and position.
     void restoreGeometry(ZEFUIElement* element);
     //! The text from which interpolation made \a text, or \a text itself.

@@ -15,16 +15,23 @@ void ZEFUIElement::show()
 
 bool ZEFUIElement::bringToFront(bool)
 {
-    if (!d->widget)
-        return false;
-    if (!d->widget->isVisible()) {
-        const QPointer<ZEFUIElement> self(this);
-        const HostLife::Work work(d->widget, this);
-        d->widget->show();
-        if (!self || !d->widget)
-            return false;
-    }
-    return ForegroundWindow::stepInFrontOf(d->clientPID, d->widget);
+    return d->showHost(this) && ForegroundWindow::stepInFrontOf(d->clientPID, d->widget);
+}
+
+void ZEFUIElementPrivate::stayInFront(ZEFUIElement* element)
+{
+    if (showHost(element))
+        ForegroundWindow::stayInFrontOf(clientPID, widget);
+}
+
+bool ZEFUIElementPrivate::showHost(ZEFUIElement* element)
+{
+    if (!widget || widget->isVisible())
+        return widget;
+    const QPointer<ZEFUIElement> self(element);
+    const HostLife::Work work(widget, element);
+    widget->show();
+    return self && widget;
 }
 
 void ZEFUIElement::activateAndRaise()

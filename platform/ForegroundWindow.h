@@ -20,8 +20,7 @@ public:
     ForegroundWindow() = default;
     virtual ~ForegroundWindow() = default;
 
-    //! The process that owns the foreground window; nothing when there is no foreground window. The answer
-    //! may be 50 ms old.
+    //! The process that owns the foreground window; nothing when there is no foreground window.
     virtual std::optional<qint64> ownerProcess() = 0;
     //! Makes the window of \a widget the foreground window and puts it above the others.
     virtual void putInFront(QWidget* widget) = 0;
@@ -33,6 +32,11 @@ public:
      * foreground window.
      */
     static bool stepInFrontOf(qint64 client, QWidget* widget);
+    /*!
+     * The same for the ticks of all forms, ten times a second each: they share one question to the window
+     * system, whose answer may be 50 ms old.
+     */
+    static bool stayInFrontOf(qint64 client, QWidget* widget);
 
     //! The platform's answers, or those of the backend that a test has put in their place.
     static ForegroundWindow& instance();
@@ -41,6 +45,7 @@ public:
 
 private:
     Q_DISABLE_COPY_MOVE(ForegroundWindow)
+    static bool stepInFrontOf(qint64 client, QWidget* widget, qint64 maxAge);
 };
 
 //! The one of this platform; each platform's source file defines it.

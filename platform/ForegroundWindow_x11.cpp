@@ -1,6 +1,5 @@
 #include "ForegroundWindow.h"
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtWidgets/QWidget>
@@ -39,7 +38,6 @@ public:
 
 private:
     bool connect();
-    std::optional<qint64> askForOwner() const;
     xcb_get_property_cookie_t ask(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) const;
     std::optional<quint32> answer(xcb_get_property_cookie_t question, xcb_atom_t type) const;
 
@@ -48,8 +46,6 @@ private:
     xcb_atom_t m_activeWindow = XCB_ATOM_NONE;
     xcb_atom_t m_supportingWmCheck = XCB_ATOM_NONE;
     xcb_atom_t m_wmPid = XCB_ATOM_NONE;
-    std::optional<qint64> m_owner;
-    QElapsedTimer m_ownerAge;
 };
 
 //! Returns false when there is no X server to ask.
@@ -99,16 +95,9 @@ std::optional<quint32> X11ForegroundWindow::answer(xcb_get_property_cookie_t que
 
 std::optional<qint64> X11ForegroundWindow::ownerProcess()
 {
-    // Every open form asks ten times a second. One question serves all that ask within half of that time.
-    if (!m_ownerAge.isValid() || m_ownerAge.hasExpired(50)) {
-        m_owner = connect() ? askForOwner() : std::nullopt;
-        m_ownerAge.start();
-    }
-    return m_owner;
-}
+    if (!connect())
+        return std::nullopt;
 
-std::optional<qint64> X11ForegroundWindow::askForOwner() const
-{
     const xcb_window_t root = rootWindow(m_connection);
     const auto managerQuestion = ask(root, m_supportingWmCheck, XCB_ATOM_WINDOW);
     const auto activeQuestion = ask(root, m_activeWindow, XCB_ATOM_WINDOW);
@@ -134,7 +123,6 @@ void X11ForegroundWindow::putInFront(QWidget* widget)
     const auto window = static_cast<xcb_window_t>(widget->window()->effectiveWinId());
     if (window == XCB_WINDOW_NONE)
         return;
-    m_ownerAge.invalidate();
 
     constexpr quint32 pager = 2; // window managers refuse other sources the focus that a user gave away
     xcb_client_message_event_t message = {};
