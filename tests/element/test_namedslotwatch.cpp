@@ -64,6 +64,9 @@ Trigger key(int key)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Case)
+Q_DECLARE_METATYPE(Trigger)
+
 //! Reacts to the first signal that the test waits for.
 class Receiver : public QObject {
     Q_OBJECT
@@ -554,9 +557,6 @@ void TestNamedSlotWatch::connectsTwiceWhenCalledTwice()
     QTest::keyClick(m_it.data(), Qt::Key_Space);
     QCOMPARE(m_receiver.calls, 2);
 }
-
-Q_DECLARE_METATYPE(Case)
-Q_DECLARE_METATYPE(Trigger)
 
 ZEF_TEST_MAIN(TestNamedSlotWatch)
 #include "test_namedslotwatch.moc"
