@@ -75,7 +75,7 @@ public:
     QString awaited;
     std::function<void()> reaction;
     int calls = 0;
-    QPointer<QObject> lastSender;
+    const QObject* lastSender = nullptr;
 
 public Q_SLOTS:
     void on_it_toggled(bool) { react(u"toggled"_s); }
@@ -375,7 +375,7 @@ void TestNamedSlotWatch::senderIsKnown()
     openForm(false, new QCheckBox);
     m_receiver.awaited = u"toggled"_s;
     QTest::keyClick(m_it.data(), Qt::Key_Space);
-    QCOMPARE(m_receiver.lastSender.data(), m_it.data());
+    QCOMPARE(m_receiver.lastSender, m_it.data());
 }
 
 void TestNamedSlotWatch::slotMayDisconnectItsSender()
