@@ -18,7 +18,7 @@ class ZEFUIElement;
  * by the element's next tick, also one that Escape hid while enableCloseOnEscape() is off.
  *
  * Receivers of dialog_show() and dialog_hide(), and of rejected(), accepted() and finished(), run in the
- * middle of Qt's own showing, hiding and closing: they may call the element's close() or deleteLater(),
+ * middle of Qt's own showing, hiding and closing: they may call the element's close(),
  * but must not delete the dialog themselves.
  */
 class ZEFUI_EXPORT ZEFUIDialog : public QDialog {
